@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+class QWidget;
+
+/// Everything the system asks or tells its user in a modal box. The window shows Qt dialogs; the batch
+/// tool and the tests answer through implementations of their own.
+class UserDialogs {
+  public:
+    enum class Kind { Information, Warning, Critical };
+
+    virtual ~UserDialogs() = default;
+
+    /// Shows a box with one OK button.
+    virtual void tell(Kind kind, const QString& title, const QString& text, QWidget* parent = nullptr) = 0;
+    /// Yes or No; without a user the answer is No, the one that changes nothing.
+    [[nodiscard]] virtual bool ask(const QString& title, const QString& text, QWidget* parent = nullptr) = 0;
+    /// One of `items`; nothing when cancelled. An empty list gives an empty text.
+    [[nodiscard]] virtual std::optional<QString> chooseItem(const QString& title, const QString& label,
+                                                            const QStringList& items) = 0;
+    /// A number within [low, high]; nothing when cancelled.
+    [[nodiscard]] virtual std::optional<double> askNumber(const QString& title, const QString& label,
+                                                          double value, double low, double high,
+                                                          int decimals) = 0;
+    /// A path; empty when cancelled.
+    [[nodiscard]] virtual QString openFile(const QString& caption, const QString& folder,
+                                           const QString& filter) = 0;
+    [[nodiscard]] virtual QString saveFile(const QString& caption, const QString& folder,
+                                           const QString& filter) = 0;
+};
+
+/// The dialogs in use: Qt's until another implementation is set.
+[[nodiscard]] UserDialogs& userDialogs();
+
+/// `dialogs` is not owned and must outlive its use; nullptr goes back to Qt's dialogs.
+void setUserDialogs(UserDialogs* dialogs);

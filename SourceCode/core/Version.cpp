@@ -1,0 +1,5 @@
+#include "core/Version.h"
+
+QString applicationVersion() {
+    return QStringLiteral(TORNVALE_VERSION);
+}

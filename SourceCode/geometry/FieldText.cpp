@@ -1,0 +1,86 @@
+#include "geometry/FieldText.h"
+
+#include <Inventor/SbString.h>
+#include <Inventor/errors/SoReadError.h>
+#include <Inventor/fields/SoMFInt32.h>
+#include <Inventor/fields/SoMFVec3f.h>
+#include <Inventor/fields/SoSFNode.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+
+#include <memory>
+
+namespace {
+
+/// A vertex property and nothing in it but values: no node inside that could open files, no connection.
+bool isPlainVertexProperty(const QString& text) {
+    return text.contains(QLatin1String("VertexProperty")) && text.count(QLatin1Char('{')) == 1 &&
+           !text.contains(QLatin1Char('=')) && !text.contains(QLatin1String("USE"));
+}
+
+QVector<SbVec3f> valuesOf(const SoMFVec3f& field) {
+    QVector<SbVec3f> values(field.getNum());
+    std::copy_n(field.getValues(0), field.getNum(), values.begin());
+    return values;
+}
+
+std::optional<QVector<SbVec3f>> verticesOf(const QString& text) {
+    if (!text.contains(QLatin1Char('{'))) {
+        SoMFVec3f list;
+        if (!setFieldText(list, text))
+            return std::nullopt;
+        return valuesOf(list);
+    }
+    SoSFNode holder;
+    if (!isPlainVertexProperty(text) || !setFieldText(holder, text))
+        return std::nullopt;
+    const auto* property = dynamic_cast<SoVertexProperty*>(holder.getValue());
+    if (property == nullptr)
+        return std::nullopt;
+    return valuesOf(property->vertex);
+}
+
+}  // namespace
+
+QString fieldText(SoField& field) {
+    SbString text;
+    field.get(text);
+    return QString::fromUtf8(text.getString());
+}
+
+bool setFieldText(SoField& field, const QString& text) {
+    const SceneReadErrors quiet;
+    const std::unique_ptr<SoField> value(static_cast<SoField*>(field.getTypeId().createInstance()));
+    if (text.trimmed().isEmpty() || !value->set(text.toUtf8().constData()))
+        return false;
+    field.copyFrom(*value);
+    return true;
+}
+
+std::optional<MeshArrays> meshFromFieldTexts(const QString& vertices, const QString& indices) {
+    const std::optional<QVector<SbVec3f>> points = verticesOf(vertices);
+    SoMFInt32 list;
+    if (!points || points->isEmpty() || !setFieldText(list, indices) || list.getNum() == 0)
+        return std::nullopt;
+    if (!indicesFit(list.getValues(0), list.getNum(), points->size()) || !allFinite(*points))
+        return std::nullopt;
+    MeshArrays mesh;
+    mesh.vertices = *points;
+    mesh.indices.resize(list.getNum());
+    std::copy_n(list.getValues(0), list.getNum(), mesh.indices.begin());
+    return mesh;
+}
+
+SceneReadErrors::SceneReadErrors()
+    : previous_(SoReadError::getHandlerCallback()), previousData_(SoReadError::getHandlerData()) {
+    SoReadError::setHandlerCallback(&SceneReadErrors::handle, this);
+}
+
+SceneReadErrors::~SceneReadErrors() {
+    SoReadError::setHandlerCallback(previous_, previousData_);
+}
+
+void SceneReadErrors::handle(const SoError* error, void* collector) {
+    auto* self = static_cast<SceneReadErrors*>(collector);
+    if (self->text_.isEmpty())
+        self->text_ = QString::fromUtf8(error->getDebugString().getString()).simplified();
+}

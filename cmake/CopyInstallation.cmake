@@ -1,0 +1,11 @@
+cmake_minimum_required(VERSION 3.25)
+# Copies SOURCE to TARGET; files that the program itself rewrites are only put there when absent.
+set(kept data.ini history.ini toollib.json)
+file(GLOB_RECURSE files RELATIVE ${SOURCE} ${SOURCE}/*)
+foreach(name IN LISTS files)
+  if(name IN_LIST kept AND EXISTS ${TARGET}/${name})
+    continue()
+  endif()
+  get_filename_component(folder ${TARGET}/${name} DIRECTORY)
+  file(COPY ${SOURCE}/${name} DESTINATION ${folder})
+endforeach()

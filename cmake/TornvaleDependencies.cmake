@@ -1,0 +1,22 @@
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Xml OpenGL Svg Test)
+find_package(Coin REQUIRED)
+find_package(SoQt REQUIRED)
+find_package(fcl REQUIRED)
+find_package(Eigen3 REQUIRED)
+find_package(assimp REQUIRED)
+find_package(benchmark QUIET)
+if(BUILD_TESTING)
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+endif()
+
+# Headers of the libraries are not ours to mend: they come in as system headers.
+foreach(tv_library fcl assimp::assimp Coin::Coin SoQt::SoQt Eigen3::Eigen)
+  if(TARGET ${tv_library})
+    get_target_property(tv_includes ${tv_library} INTERFACE_INCLUDE_DIRECTORIES)
+    if(tv_includes)
+      set_target_properties(${tv_library} PROPERTIES
+        INTERFACE_SYSTEM_INCLUDE_DIRECTORIES "${tv_includes}")
+    endif()
+  endif()
+endforeach()

@@ -1,0 +1,30 @@
+option(TORNVALE_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
+option(TORNVALE_COVERAGE "Build with line coverage" OFF)
+option(TORNVALE_FUZZ "Build the libFuzzer targets (clang only)" OFF)
+
+# "Dev": optimised enough that a million-line test is quick, with line tables for a debugger.
+set(CMAKE_CXX_FLAGS_DEV "-O2 -g1")
+set(CMAKE_EXE_LINKER_FLAGS_DEV "")
+set(CMAKE_SHARED_LINKER_FLAGS_DEV "")
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Dev CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+if(TORNVALE_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(TORNVALE_COVERAGE)
+  add_compile_options(--coverage -O1)
+  add_link_options(--coverage)
+endif()
+if(TORNVALE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()

@@ -1,0 +1,60 @@
+(TD=12 SpindleNo=1 ToolNumber=2)
+; Four faces of the top of a newel post, each an inclined plane of 30 degrees, left table, G54
+; Post upright: centre X 600 Y 600, 180 square, top at Z 200
+; Tool: end mill 12, length 130, on spindle T1
+; U, V and W are X, Y and Z of the inclined plane; its origin is the middle of the face
+N10 G90 G17
+N20 G0 X600 Y600 Z340 C0 A0
+N30 M6 T2
+N40 M3 S18000
+; Face 1: C0 A30
+N50 G0 X600 Y475 Z292.583 C0 A30
+(UPR,1,XZZ,30,0,0,600,540,180)
+N60 G16 U V
+; Panel, 80 x 44 with round corners, 6 deep
+N70 G0 U-28 V-16 W30
+N80 G0 W4
+N90 G1 W-3 F1500
+N100 G1 U28 F5000
+N110 G3 U34 V-10 R6
+N120 G1 V10
+N130 G3 U28 V16 R6
+N140 G1 U-28
+N150 G3 U-34 V10 R6
+N160 G1 V-10
+N170 G3 U-28 V-16 R6
+N180 G1 V-6
+N190 G1 U28
+N200 G1 V4
+N210 G1 U-28
+N220 G1 V10
+N230 G1 U28
+N240 G1 U-28 V-16
+N250 G1 W-6 F1500
+N260 G1 U28 F5000
+N270 G3 U34 V-10 R6
+N280 G1 V10
+N290 G3 U28 V16 R6
+N300 G1 U-28
+N310 G3 U-34 V10 R6
+N320 G1 V-10
+N330 G3 U-28 V-16 R6
+N340 G1 V-6
+N350 G1 U28
+N360 G1 V4
+N370 G1 U-28
+N380 G1 V10
+N390 G1 U28
+N400 G1 U-28 V-16
+N410 G0 W10
+; Three dowel seats beside it, step by step
+N420 G0 U-60 V-20
+N430 G91
+N440 G1 W-24 F1200
+(DLY,1)
+N450 G0 W24
+N460 G0 V20
+N470 G1 W-24 F1200
+(DLY,1)
+N480 G0 W24
+N490 G0 V20

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Installs what the build, the tests and the program need on Debian 12, and nothing when all is there.
+# scripts/install-packages.sh build | test
+set -euo pipefail
+
+build=(g++ cmake ninja-build pkg-config ccache qtbase5-dev libqt5opengl5-dev libqt5svg5-dev libsoqt520-dev
+  libcoin-dev libfcl-dev libassimp-dev zlib1g-dev libgtest-dev libbenchmark-dev
+  libgl1-mesa-dri libglx-mesa0 libegl1 fonts-noto-cjk fontconfig)
+test=(xvfb xauth clang-14 libclang-rt-14-dev clang-format-14)
+
+wanted=("${build[@]}")
+if [ "${1:-build}" = test ]; then
+  wanted+=("${test[@]}")
+fi
+
+missing=()
+for package in "${wanted[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$package")
+  fi
+done
+if [ "${#missing[@]}" -eq 0 ]; then
+  exit 0
+fi
+
+echo "Installing: ${missing[*]}"
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || { echo "Please install as root: ${missing[*]}" >&2; exit 1; }
+  as_root=(sudo)
+fi
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
