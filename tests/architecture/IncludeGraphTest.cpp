@@ -119,10 +119,10 @@ TEST(IncludeGraph, CalculationsIncludeOnlyCalculations) {
 
 TEST(IncludeGraph, CalculationsTouchNoWidgetsNodesOrSettings) {
     const QStringList forbidden = {
-        QStringLiteral("QWidget"),      QStringLiteral("QMessageBox"), QStringLiteral("QSettings"),
-        QStringLiteral("QApplication"), QStringLiteral("QDebug"),      QStringLiteral("QPixmap"),
-        QStringLiteral("QDialog"),      QStringLiteral("QTreeWidget"),
-        QStringLiteral("QTimer"),       QStringLiteral("QFileDialog"), QStringLiteral("QElapsedTimer")};
+        QStringLiteral("QWidget"),      QStringLiteral("QMessageBox"),  QStringLiteral("QSettings"),
+        QStringLiteral("QApplication"), QStringLiteral("QDebug"),       QStringLiteral("QPixmap"),
+        QStringLiteral("QDialog"),      QStringLiteral("QTreeWidget"),  QStringLiteral("QTimer"),
+        QStringLiteral("QFileDialog"),  QStringLiteral("QElapsedTimer")};
     const Includes files = readIncludes({QStringLiteral("*.h"), QStringLiteral("*.cpp")});
     for (auto it = files.begin(); it != files.end(); ++it) {
         if (!isCalculation(it.key()))
