@@ -23,6 +23,11 @@ function(tornvale_add_test name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE tornvale_warnings tornvale_test_support)
   target_compile_options(${name} PRIVATE ${TORNVALE_EXACT_FLOATS})
+  set(tv_environment "QT_QPA_PLATFORM=offscreen")
+  if(TORNVALE_SANITIZE)
+    list(APPEND tv_environment
+      "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
+  endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 240 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    PROPERTIES TIMEOUT 240 ENVIRONMENT "${tv_environment}")
 endfunction()

@@ -85,6 +85,7 @@ InstallationCopy::InstallationCopy() : outerTemporary_(qgetenv("TMPDIR")) {
     QDir().mkpath(path("tmp"));
     qputenv("TMPDIR", path("tmp").toLocal8Bit());
     copyLanguages();
+    write("Tornvale3.3.0.5.rc", "FILEVERSION 3,3,0,5\n");
     write("data.ini", "[MainInterface]\nLanguage=English\n[Config]\nUsedConfig=machineSample/Small.xml\n");
     write("machineSample/Small.xml", smallMachine());
     write("machineSample/machineSample.xml", smallMachine());

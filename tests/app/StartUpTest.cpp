@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kRefused = 255;  // -1 as a status
 
-const QString kWindowTitle = QStringLiteral("Tornvale - 1.0.0.0");
+const QString kWindowTitle = QStringLiteral("Tornvale - 3.3.0.5");
 
 QString kindsOf(const ProgramResult& result) {
     QStringList kinds;

@@ -68,7 +68,7 @@ class PrintedDialogs final : public UserDialogs {
 TEST(Tornvale, Window_HasTitleAndTwoPages) {
     const Fixture fixture;
     const Tornvale window(fixture.machine());
-    EXPECT_EQ(window.windowTitle(), QString("Tornvale - 1.0.0.0"));
+    EXPECT_EQ(window.windowTitle(), QString("Tornvale - 3.3.0.5"));
     const auto* pages = window.findChild<QTabWidget*>();
     ASSERT_EQ(pages->count(), 2);
     EXPECT_EQ(pages->tabText(0), QString("Machine"));

@@ -28,7 +28,7 @@ QByteArray bytesOf(const QString& path) {
 QVector<ToolRecord> shippedTools() {
     Diagnostics diagnostics;
     const auto library = readToolLibrary(bytesOf(shippedInstallation() + QStringLiteral("/toollib.json")),
-                                         QStringLiteral("1.0.0.0"), diagnostics);
+                                         QStringLiteral("3.3.0.5"), diagnostics);
     return library ? library->tools : QVector<ToolRecord>();
 }
 

@@ -138,6 +138,7 @@ QString ExpectedDialogs::saveFile(const QString& caption, const QString& folder,
 
 TemporaryInstallation::TemporaryInstallation() {
     setInstallationFolder(folder_.path());
+    write(QStringLiteral("Tornvale3.3.0.5.rc"), "FILEVERSION 3,3,0,5\n");
 }
 
 TemporaryInstallation::~TemporaryInstallation() {

@@ -92,7 +92,7 @@ class ExpectedDialogs final : public UserDialogs {
     QStringList offered_;
 };
 
-/// An empty installation folder, in force while the object lives.
+/// An installation folder with nothing in it but the version file, in force while the object lives.
 class TemporaryInstallation {
   public:
     TemporaryInstallation();

@@ -23,7 +23,7 @@ int runCall(const BatchCall& call) {
     if (call.help)
         return print(batchHelp());
     if (call.version)
-        return print(QStringLiteral("tornvale-batch %1\n").arg(applicationVersion()));
+        return print(QStringLiteral("tornvale-batch %1\n").arg(builtVersion()));
     setQuiet(call.quiet);
     BatchDialogs dialogs(call.input);
     setUserDialogs(&dialogs);

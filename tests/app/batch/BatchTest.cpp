@@ -69,6 +69,7 @@ class Batch : public ::testing::Test {
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
         write("data/data.ini", "[Config]\nUsedConfig=machineSample/m.xml\n");
         write("data/machineSample/m.xml", machineXml());
+        write("data/Tornvale3.3.0.5.rc", "FILEVERSION 3,3,0,5\n");
         write("data/toollib.json", toolsJson());
         write("program.nc", kProgram);
     }
