@@ -74,8 +74,8 @@ DemonstrationPage::DemonstrationPage(QWidget* parent)
       figures_(new QTextBrowser(this)),  // owned by this page
       picture_(new PathPicture(this)) {  // owned by this page
     auto* row = new QHBoxLayout(this);   // owned by this page
-    row->addWidget(figures_, 1);
-    row->addWidget(picture_, 1);
+    row->addWidget(figures_, 6);
+    row->addWidget(picture_, 5);
 }
 
 void DemonstrationPage::show(const Demonstration& job) {

@@ -11,11 +11,12 @@ void scheduleSnapshot(QWidget& window) {
         return;
     static constexpr QSize kReadable(1400, 860);  // a screen without a display is smaller
     constexpr int kUntilPainted_ms = 300;
-    QTimer::singleShot(0, &window, [&window] {
-        if (window.width() < kReadable.width())
-            window.resize(kReadable);
-    });
     QTimer::singleShot(kUntilPainted_ms, &window, [&window, path] {
+        if (window.width() < kReadable.width()) {
+            window.showNormal();
+            window.resize(kReadable);
+            QCoreApplication::processEvents();
+        }
         const bool written = window.grab().save(path, "PNG");
         if (!written)
             std::cerr << "the picture cannot be written: " << path.toStdString() << std::endl;

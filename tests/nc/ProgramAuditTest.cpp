@@ -229,10 +229,12 @@ TEST(ProgramSummary, Text_NamesPointsLinesTimeAxesAndLimits) {
     EXPECT_TRUE(summary->isOverDynamicLimits);
     EXPECT_TRUE(summary->isOverTravelLimits);
     EXPECT_EQ(summaryText(*summary),
-              QStringLiteral("way points: 2\nlines: 3\nrun time: 0.0 s (4 ms per line)\n"
-                             "axis X: speed 15000 of 30000 per min, acceleration 62500 of 100000 per s^2\n"
-                             "axis A: speed 15000 per min, acceleration 62500 of 10 per s^2, OVER\n"
-                             "speed and acceleration: over a limit\ntravel: over a limit\n"));
+              QStringLiteral(
+                  "way points: 2\nlines: 3\nrun time: 0.0 s (4 ms per line)\n"
+                  "axis X: speed 15000 of 30000 per min, acceleration 62500 of 100000 per s^2\n"
+                  "axis A: speed 15000 per min, acceleration 62500 of 10 per s^2, OVER\n"
+                  "speed and acceleration: over a limit (three decimals alone measure up to 125 per s^2)\n"
+                  "travel: over a limit\n"));
 }
 
 TEST(ProgramSummary, NothingToMeasure_GivesNothing) {

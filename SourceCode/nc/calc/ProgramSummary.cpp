@@ -79,9 +79,10 @@ QString summaryText(const ProgramSummary& summary) {
                        .arg(summary.period_s * 1000.0);
     for (const AxisDemand& axis : summary.axes)
         text += axisLine(axis, summary.period_s);
-    text += QStringLiteral("speed and acceleration: %1\n")
+    text += QStringLiteral("speed and acceleration: %1 (three decimals alone measure up to %2 per s^2)\n")
                 .arg(summary.isOverDynamicLimits ? QStringLiteral("over a limit")
-                                                 : QStringLiteral("within the limits"));
+                                                 : QStringLiteral("within the limits"),
+                     whole(accelerationNoise_perS2(summary.period_s)));
     text += QStringLiteral("travel: %1\n")
                 .arg(summary.isOverTravelLimits ? QStringLiteral("over a limit")
                                                 : QStringLiteral("within the limits"));
