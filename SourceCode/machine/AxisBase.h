@@ -109,8 +109,7 @@ class AxisBase : public SceneWidget, public CarriedNode, public ModelCarrier {
     explicit AxisBase(int kind);
     ~AxisBase() override;
 
-    /// The nodes of the scene with the shape of the model file, which must exist; `moveToHome` before the
-    /// collision object is made.
+    /// Makes the scene's nodes and the collision object; `moveToHome` comes before the latter.
     void buildScene(const QString& modelFile, bool moveToHome);
     [[nodiscard]] QString modelFile() const;
     void setRecord(const AxisRecord& record) { record_ = record; }
