@@ -4,6 +4,8 @@
 #include <Inventor/SoPath.h>
 #include <Inventor/actions/SoSearchAction.h>
 
+#include "core/getUniquelyIdentifies.h"
+
 namespace {
 
 /// A name as the scene keeps it, which has no blanks and the like.
@@ -32,7 +34,9 @@ SoNode* searchBelow(SoNode* from, const QString& name) {
 
 }  // namespace
 
-MachineNodes::MachineNodes(const QString& rootName) : root_(new SoSeparator) {  // owned by its reference
+MachineNodes::MachineNodes(const QString& rootName) : root_(nullptr) {
+    getUniquelyIdentifies::instance();  // starts the scene library
+    root_ = new SoSeparator;            // owned by its reference
     root_->ref();
     root_->setName(SbName(rootName.toUtf8().constData()));
 }

@@ -71,6 +71,11 @@ int triangleCount(const CollisionModel& model) {
     return model.num_tris;
 }
 
+int triangleCountOf(const fcl::CollisionObject<float>& object) {
+    const auto* model = dynamic_cast<const CollisionModel*>(object.collisionGeometry().get());
+    return model == nullptr ? 0 : triangleCount(*model);
+}
+
 void* userData(const CollisionModel& model) {
     return model.getUserData();
 }

@@ -45,6 +45,8 @@ inline constexpr float kLargestCoordinate_mm = 1e7F;
     const std::shared_ptr<CollisionModel>& model, const CollisionTransform& transform);
 
 [[nodiscard]] int triangleCount(const CollisionModel& model);
+/// Of the object's mesh.
+[[nodiscard]] int triangleCountOf(const fcl::CollisionObject<float>& object);
 [[nodiscard]] void* userData(const CollisionModel& model);
 
 /// True when the two touch. A pose that is not finite touches nothing.
