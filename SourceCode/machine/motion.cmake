@@ -11,7 +11,11 @@ tornvale_add_library(tornvale_motion
   ${CMAKE_SOURCE_DIR}/SourceCode/machine/MotionNodeManager.cpp
   ${CMAKE_SOURCE_DIR}/SourceCode/machine/MotionNodeManager.h
   ${CMAKE_SOURCE_DIR}/SourceCode/machine/MotionNodePrivate.h
+  ${CMAKE_SOURCE_DIR}/SourceCode/machine/MotionNodeTreeWidget.cpp
+  ${CMAKE_SOURCE_DIR}/SourceCode/machine/MotionNodeTreeWidget.h
   ${CMAKE_SOURCE_DIR}/SourceCode/machine/PlaybackStop.h
   ${CMAKE_SOURCE_DIR}/SourceCode/nc/commandProcessor.cpp
-  ${CMAKE_SOURCE_DIR}/SourceCode/nc/commandProcessor.h)
+  ${CMAKE_SOURCE_DIR}/SourceCode/nc/commandProcessor.h
+  ${CMAKE_SOURCE_DIR}/SourceCode/nc/myTimer.cpp
+  ${CMAKE_SOURCE_DIR}/SourceCode/nc/myTimer.h)
 target_link_libraries(tornvale_motion PUBLIC tornvale_nodes tornvale_toolmanager)
