@@ -10,10 +10,10 @@ cmake --build --preset dev --target Tornvale tornvale-batch tornvale_installatio
 
 app="$PWD/build/dev/Tornvale"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  export TORNVALE_DEMONSTRATION=programs/FiveAxisContour.nc
   exec "$app/Tornvale" "$@"
 fi
 
 mkdir -p out
 echo "No display: the demonstration job runs without a window."
-QT_QPA_PLATFORM=offscreen TORNVALE_SNAPSHOT="$PWD/out/tornvale.png" "$app/Tornvale" "$@"
-echo "Picture: out/tornvale.png"
+scripts/demonstration.sh "$app" out

@@ -1,26 +1,121 @@
 #pragma once
 
+#include <QByteArray>
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QString>
+#include <memory>
 
-class DemonstrationPage;
+#include "app/calc/ProjectDocument.h"
+
+class MachineViewer;
+class MotionNodeManager;
+class MotionNodeTreeWidget;
+class QDockWidget;
+class QLabel;
+class QStackedWidget;
 class QTabWidget;
+class RecentFiles;
+class UserInfoForm;
 
-/// The main window. Shows what was read of the machine, and the result of the demonstration job.
+/// The main window: the machine in its 3D view, the tabs beside it, the menus, and the job's document.
 class Tornvale : public QMainWindow {
     Q_OBJECT
   public:
-    /// Reads the machine file into ConfigReader. A file that fails a check is told to the user and ends the
-    /// process with status 1.
+    /// Reads the machine file into ConfigReader and builds the machine. A file that fails a check is told to
+    /// the user and ends the process with status 1.
     explicit Tornvale(const QString& machinePath, QWidget* parent = nullptr);
+    ~Tornvale() override;
+    Tornvale(const Tornvale&) = delete;
+    Tornvale& operator=(const Tornvale&) = delete;
 
-    /// Opens a project document; false when that was not possible, which the user has then been told. This
-    /// version reads no project documents.
-    bool openProject(const QString& path);
+    /// Opens a project document; false when that was not possible, which the user has then been told.
+    bool openProject(const QString& path) { return OpenFile(path); }
+    /// An empty path asks for one.
+    bool OpenFile(const QString& path);
+    /// Asks for a path when the document has none. True when the document is on disk.
+    bool SaveFile();
+    void NewFile();
+
+    /// A sample program of the installation becomes a dense program on the machine, ready in the playback.
+    bool loadDemonstration(const QString& program);
+
+    [[nodiscard]] MotionNodeManager& machine() const { return *machine_; }
+    [[nodiscard]] MachineViewer& viewer() const { return *viewer_; }
+    [[nodiscard]] const QString& documentPath() const { return documentPath_; }
+    /// 0 in the "Optimal" view, 1 in "CAM".
+    [[nodiscard]] int mode() const { return mode_; }
+
+  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
-    void runDemonstrationJob();
+    // Tornvale.cpp
+    void buildSharedToolBar();
+    void InitialOptimalWidget();
+    void buildDocks();
+    void buildViewer();
+    void buildTabs();
+    void buildStatusBar();
+    void updateLayout();
+    void logStep(const char* key);
+    // TornvaleMenus.cpp
+    void buildMenus();
+    QMenu* fileMenu();
+    QMenu* settingMenu();
+    QMenu* operationMenu();
+    QMenu* aboutMenu();
+    QMenu* debugMenu();
+    void showPlayback();
+    void showTools();
+    void chooseUserFolder();
+    void ResetChain();
+    void chooseBackground();
+    void setAdmin(bool on);
+    void openManual();
+    void showUpdateMessage();
+    void ExportPackage();
+    void ImportPackage();
+    void addPoint();
+    void showPersonalView();
+    void saveCamera();
+    void loadCamera();
+    void restart();
+    // TornvaleProject.cpp
+    [[nodiscard]] ProjectDocument document() const;
+    void LoadDocument(const ProjectDocument& document);
+    void clearState();
+    void loadTemplate();
+    void showName(const QString& name);
+    void closeFreeWindows();
+    /// False when the user wants to go on with the job as it is.
+    bool letGoOfChanges();
+    [[nodiscard]] QByteArray changeMark() const;
+    void rememberSaved() { savedMark_ = changeMark(); }
 
-    QTabWidget* pages_;
-    DemonstrationPage* demonstration_;
+    QElapsedTimer sinceStart_;
+    int mode_ = 0;
+    QString documentPath_;
+    QByteArray savedMark_;
+    QJsonObject programs_;  ///< of the document, kept as it came
+    std::unique_ptr<MotionNodeManager> machine_;
+    QStackedWidget* stack_ = nullptr;
+    QToolBar* sharedToolBar_ = nullptr;
+    QToolBar* mainToolBar_ = nullptr;
+    QToolBar* debugToolBar_ = nullptr;
+    QMenu* debugMenu_ = nullptr;
+    QDockWidget* programDock_ = nullptr;
+    QDockWidget* operationDock_ = nullptr;
+    MachineViewer* viewer_ = nullptr;
+    QTabWidget* tabs_ = nullptr;
+    MotionNodeTreeWidget* machineTree_ = nullptr;
+    UserInfoForm* userInfo_ = nullptr;
+    RecentFiles* recentFiles_ = nullptr;
+    QLabel* lineLabel_ = nullptr;
+    QLabel* contactLabel_ = nullptr;
 };
+
+/// Text of the group `Tornvale`/`group`.
+[[nodiscard]] QString windowText(const char* group, const char* key);

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
 #include <QSplashScreen>
 #include <iostream>
 #include <memory>
@@ -14,9 +15,11 @@
 #include "core/LanguageReader.h"
 #include "core/MessageHandler.h"
 #include "core/ParaReader.h"
+#include "core/Restart.h"
 #include "core/SingleInstanceGuard.h"
 #include "core/UserDialogs.h"
 #include "core/calc/MachineChoice.h"
+#include "nc/myTimer.h"
 #include "tools/ToolData.h"
 
 namespace {
@@ -80,6 +83,19 @@ void openProjectArgument(Tornvale& window, int argc, char** argv) {
         window.openProject(path);
 }
 
+/// The job that ./run.sh shows: a program of the installation, named by the environment.
+void startDemonstration(Tornvale& window) {
+    const QString program = qEnvironmentVariable("TORNVALE_DEMONSTRATION");
+    if (program.isEmpty() || !window.loadDemonstration(program))
+        return;
+    TORNVALE::myTimer& playback = TORNVALE::myTimer::instance();
+    playback.show();
+    constexpr int kMargin = 40;
+    const QRect area = window.geometry();
+    playback.move(area.right() - playback.frameGeometry().width() - kMargin,
+                  area.bottom() - playback.frameGeometry().height() - kMargin);
+}
+
 bool isOnlyInstance(SingleInstanceGuard& guard) {
     return !guard.isAnotherRunning() && guard.tryToRun();
 }
@@ -101,16 +117,17 @@ int runWindow(int argc, char** argv) {
     window.showMaximized();
     splash.finish(&window);
     openProjectArgument(window, argc, argv);
+    startDemonstration(window);
     return QApplication::exec();
 }
 
 }  // namespace
 
-int startTornvale(int argc, char** argv) {
-    startTrajectoryLibrary();
-    qRegisterMetaType<ToolData>("ToolData");
-    qInstallMessageHandler(writeLogMessage);  // before Qt itself has something to say
+namespace {
+
+int runApplication(int argc, char** argv, QString& program) {
     const QApplication application(argc, argv);
+    program = QCoreApplication::applicationFilePath();
     TORNVALE::LanguageReader::instance();
     SingleInstanceGuard guard(mainText("Title"));
     if (!isOnlyInstance(guard)) {
@@ -119,4 +136,18 @@ int startTornvale(int argc, char** argv) {
     }
     // The guard outlives the window, the splash and the settings.
     return runWindow(argc, argv);
+}
+
+}  // namespace
+
+int startTornvale(int argc, char** argv) {
+    startTrajectoryLibrary();
+    qRegisterMetaType<ToolData>("ToolData");
+    qInstallMessageHandler(writeLogMessage);  // before Qt itself has something to say
+    QString program;
+    const int status = runApplication(argc, argv, program);
+    // Only now is nothing of this process in the way of the next one.
+    if (takeRestartRequest())
+        QProcess::startDetached(program, {});
+    return status;
 }

@@ -1,5 +1,6 @@
 #include "core/UserDialogs.h"
 
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QIcon>
 #include <QInputDialog>
@@ -27,6 +28,13 @@ class QtUserDialogs final : public UserDialogs {
         return accepted ? std::optional<QString>(item) : std::nullopt;
     }
 
+    std::optional<QString> chooseItemFrom(const QString& title, const QString& label,
+                                          const QStringList& items, int current) override {
+        bool accepted = false;
+        const QString item = QInputDialog::getItem(nullptr, title, label, items, current, false, &accepted);
+        return accepted ? std::optional<QString>(item) : std::nullopt;
+    }
+
     std::optional<double> askNumber(const QString& title, const QString& label, double value, double low,
                                     double high, int decimals) override {
         bool accepted = false;
@@ -41,6 +49,28 @@ class QtUserDialogs final : public UserDialogs {
 
     QString saveFile(const QString& caption, const QString& folder, const QString& filter) override {
         return QFileDialog::getSaveFileName(nullptr, caption, folder, filter);
+    }
+
+    QString chooseFolder(const QString& caption, const QString& folder) override {
+        return QFileDialog::getExistingDirectory(nullptr, caption, folder);
+    }
+
+    std::optional<QColor> chooseColor(const QString& title, const QColor& initial) override {
+        const QColor color = QColorDialog::getColor(initial, nullptr, title);
+        return color.isValid() ? std::optional<QColor>(color) : std::nullopt;
+    }
+
+    Keep askToSave(const QString& title, const QString& text, QWidget* parent) override {
+        switch (QMessageBox::question(parent, title, text,
+                                      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                                      QMessageBox::Save)) {
+            case QMessageBox::Save:
+                return Keep::Save;
+            case QMessageBox::Discard:
+                return Keep::Discard;
+            default:
+                return Keep::Cancel;
+        }
     }
 
   private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -21,6 +22,11 @@ class UserDialogs {
     /// One of `items`; nothing when cancelled. An empty list gives an empty text.
     [[nodiscard]] virtual std::optional<QString> chooseItem(const QString& title, const QString& label,
                                                             const QStringList& items) = 0;
+    /// The same with the item of index `current` chosen at first.
+    [[nodiscard]] virtual std::optional<QString> chooseItemFrom(const QString& title, const QString& label,
+                                                                const QStringList& items, int /*current*/) {
+        return chooseItem(title, label, items);
+    }
     /// A number within [low, high]; nothing when cancelled.
     [[nodiscard]] virtual std::optional<double> askNumber(const QString& title, const QString& label,
                                                           double value, double low, double high,
@@ -30,6 +36,21 @@ class UserDialogs {
                                            const QString& filter) = 0;
     [[nodiscard]] virtual QString saveFile(const QString& caption, const QString& folder,
                                            const QString& filter) = 0;
+    /// A folder; empty when cancelled, which is the answer without a user.
+    [[nodiscard]] virtual QString chooseFolder(const QString& /*caption*/, const QString& /*folder*/) {
+        return {};
+    }
+    /// Nothing when cancelled, which is the answer without a user.
+    [[nodiscard]] virtual std::optional<QColor> chooseColor(const QString& /*title*/,
+                                                            const QColor& /*initial*/) {
+        return std::nullopt;
+    }
+    /// What to do with changes that are not saved. Without a user nothing may be lost: Cancel.
+    enum class Keep { Save, Discard, Cancel };
+    [[nodiscard]] virtual Keep askToSave(const QString& /*title*/, const QString& /*text*/,
+                                         QWidget* /*parent*/ = nullptr) {
+        return Keep::Cancel;
+    }
 };
 
 /// The dialogs in use: Qt's until another implementation is set.

@@ -108,6 +108,9 @@ class pointShape : public shape {
     explicit pointShape(const SbVec3f& position, const SbColor& color = SbColor(1, 0, 0),
                         float radius = 5.0F);
     void build() override;
+    /// Yellow while it is selected.
+    void setSelected(bool selected);
+    [[nodiscard]] bool isSelected() const { return isSelected_; }
 
   protected:
     ~pointShape() override;
@@ -116,4 +119,6 @@ class pointShape : public shape {
     SbColor color_;
     SbVec3f position_;
     float radius_;
+    SoMaterial* material_ = nullptr;  ///< owned by the marker
+    bool isSelected_ = false;
 };

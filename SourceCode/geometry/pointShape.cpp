@@ -25,13 +25,19 @@ pointShape::~pointShape() = default;
 void pointShape::build() {
     auto* marker = new SoSeparator;  // owned by this group
     addChild(marker);
-    auto* material = new SoMaterial;  // owned by the marker
-    material->diffuseColor.setValue(color_);
-    marker->addChild(material);
+    material_ = new SoMaterial;  // owned by the marker
+    material_->diffuseColor.setValue(color_);
+    marker->addChild(material_);
     auto* place = new SoTranslation;  // owned by the marker
     place->translation.setValue(position_);
     marker->addChild(place);
     auto* ball = new SoSphere;  // owned by the marker
     ball->radius = radius_;
     marker->addChild(ball);
+}
+
+void pointShape::setSelected(bool selected) {
+    static const SbColor highlight(1, 1, 0);
+    isSelected_ = selected;
+    material_->diffuseColor.setValue(selected ? highlight : color_);
 }

@@ -254,6 +254,12 @@ std::vector<std::unique_ptr<ToolData>> ToolsManager::takeInstalledRows() {
     return going;
 }
 
+void ToolsManager::removeInstalledTools() {
+    // They live until the observers have let go of them.
+    const std::vector<std::unique_ptr<ToolData>> going = takeInstalledRows();
+    notifyObservers();
+}
+
 void ToolsManager::loadFromProject(const QJsonValue& toolList) {
     if (toolList.isUndefined() || toolList.isNull())
         return;

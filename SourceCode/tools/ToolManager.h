@@ -59,6 +59,8 @@ class ToolsManager : public QWidget {
     /// Takes the "toolList" of a project for the installed tools, after asking whether tools that the
     /// library knows by index take the library's values. An absent list changes nothing.
     void loadFromProject(const QJsonValue& toolList);
+    /// Takes all tools off the machine: they end with their project.
+    void removeInstalledTools();
 
     [[nodiscard]] QTreeWidget* treeWidget() const;
     [[nodiscard]] QTreeWidgetItem* libraryRoot() const { return libraryRoot_; }

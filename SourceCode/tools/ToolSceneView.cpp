@@ -1,43 +1,22 @@
 #include "tools/ToolSceneView.h"
 
-#include <Inventor/Qt/SoQt.h>
 #include <Inventor/Qt/viewers/SoQtExaminerViewer.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 
-#include <QGuiApplication>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
+#include <QEvent>
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
 
 #include "core/getUniquelyIdentifies.h"
+#include "tools/ViewerLibrary.h"
 
 namespace {
 
 /// The tool's axis upright, seen from the front and a little above.
 constexpr float kTilt_rad = 1.2F;
-
-bool displayHasOpenGl() {
-    static const QStringList kWithout{QStringLiteral("offscreen"), QStringLiteral("minimal"),
-                                      QStringLiteral("linuxfb"), QStringLiteral("vnc")};
-    if (kWithout.contains(QGuiApplication::platformName()))
-        return false;
-    QOffscreenSurface surface;
-    surface.create();
-    QOpenGLContext context;
-    return context.create() && context.makeCurrent(&surface);
-}
-
-/// The viewer library starts once for all windows; a window that started it already is taken as it is.
-void startViewerLibrary() {
-    if (SoQt::getTopLevelWidget() != nullptr)
-        return;
-    static QWidget* const kHost = new QWidget;  // owned by the process, never shown
-    SoQt::init(kHost);
-}
 
 }  // namespace
 
@@ -54,8 +33,7 @@ ToolSceneView::~ToolSceneView() {
 }
 
 bool ToolSceneView::canShow() {
-    static const bool kCanShow = displayHasOpenGl();
-    return kCanShow;
+    return displayHasOpenGl();
 }
 
 void ToolSceneView::setScene(SoSeparator* graph) {

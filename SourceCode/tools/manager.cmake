@@ -15,5 +15,6 @@ tornvale_add_library(tornvale_toolmanager
   ToolObserver.h
   ToolPreviewer.cpp ToolPreviewer.h
   ToolSceneView.cpp ToolSceneView.h
-  ToolTree.cpp ToolTree.h)
+  ToolTree.cpp ToolTree.h
+  ViewerLibrary.cpp ViewerLibrary.h)
 target_link_libraries(tornvale_toolmanager PUBLIC tornvale_tools SoQt::SoQt Qt5::Widgets)

@@ -15,6 +15,7 @@
 
 #include "core/SingleInstanceGuard.h"
 #include "core/calc/LockKeys.h"
+#include "geometry/GeometryTestSupport.h"
 #include "support/TestSupport.h"
 
 namespace {
@@ -47,6 +48,10 @@ QVector<QJsonObject> jsonLines(const QString& path) {
 
 }  // namespace
 
+QByteArray smallModel() {
+    return binaryStl(boxTriangles(SbVec3f(10, 10, 10)));
+}
+
 QByteArray smallMachine() {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
 <root>
@@ -56,11 +61,11 @@ QByteArray smallMachine() {
     <axis><name>X</name><nickName>X</nickName><homePosition>5</homePosition><maxVelocity>60000</maxVelocity>
       <lower>-10.5</lower><upper>300</upper><jerk>40000</jerk><acceleration>4000</acceleration>
       <color>1 1 1</color><initialization>0 0 0</initialization><direction>1 0 0</direction>
-      <type>LINEAR</type><modelPath>x.stl</modelPath><id/></axis>
+      <type>LINEAR</type><modelPath>models/Box.stl</modelPath><id/></axis>
     <axis><name>C</name><nickName>B</nickName><homePosition>0</homePosition><maxVelocity>18000</maxVelocity>
       <lower>-360</lower><upper>360</upper><jerk>15000</jerk><acceleration>1200</acceleration>
       <color>1 1 1</color><initialization>0 0 0</initialization><direction>0 0 1</direction>
-      <type>ROTATION</type><modelPath>c.stl</modelPath><id/></axis>
+      <type>ROTATION</type><modelPath>models/Box.stl</modelPath><id/></axis>
   </numericalAxis>
   <nonNumericalAxis/>
   <spindle><spindle><name>T1</name><initialization>0 0 100 0</initialization><startString>M3 S#</startString>
@@ -87,6 +92,10 @@ InstallationCopy::InstallationCopy() : outerTemporary_(qgetenv("TMPDIR")) {
     copyLanguages();
     write("Tornvale3.3.0.5.rc", "FILEVERSION 3,3,0,5\n");
     write("data.ini", "[MainInterface]\nLanguage=English\n[Config]\nUsedConfig=machineSample/Small.xml\n");
+    QFile names(shippedInstallation() + "/data/UniquelyIdentifies.json");
+    EXPECT_TRUE(names.open(QIODevice::ReadOnly));
+    write("data/UniquelyIdentifies.json", names.readAll());
+    write("models/Box.stl", smallModel());
     write("machineSample/Small.xml", smallMachine());
     write("machineSample/machineSample.xml", smallMachine());
 }

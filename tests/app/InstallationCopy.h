@@ -10,6 +10,8 @@
 
 /// A machine file with two axes, a spindle and a work coordinate system.
 [[nodiscard]] QByteArray smallMachine();
+/// "models/Box.stl", which smallMachine names: a cube.
+[[nodiscard]] QByteArray smallModel();
 
 /// A process that ran to its end.
 struct ProgramResult {

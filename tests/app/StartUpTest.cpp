@@ -42,7 +42,8 @@ void expectRefusedAsSecond(const InstallationCopy& copy, const ProgramResult& re
 
 void expectRuns(const ProgramResult& result) {
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(kindsOf(result), QString("window"));
+    EXPECT_EQ(kindsOf(result), QString("window"))
+        << (result.record.isEmpty() ? "" : result.record[0]["text"].toString().toStdString());
 }
 
 }  // namespace
@@ -283,16 +284,43 @@ TEST(StartUp, ProjectArgument_IsOpened) {
     for (const char* name : {"Job.tornvale", "JOB2.TORNVALE"}) {
         QFile file(work.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(R"({"version":"3.3.0.5","StandardCorvane_4S":{"partName":"door"}})");
     }
-    const QString told = copy.text("english", "Tornvale/OpenFile", "NotSupportedMsg");
-    const QString title = copy.text("english", "Tornvale/OpenFile", "Title");
     for (const QString& argument :
          {work.filePath("Job.tornvale"), QString("Job.tornvale"), QString("JOB2.TORNVALE")}) {
         const ProgramResult result = copy.probe({argument, "ignored"}, {}, work.path());
         EXPECT_EQ(result.status, 0);
-        ASSERT_EQ(kindsOf(result), QString("box window"));
-        expectBox(result.record[0], title, told.arg(argument));
+        ASSERT_EQ(kindsOf(result), QString("window"));
+        EXPECT_EQ(result.record[0]["title"].toString(),
+                  "Tornvale - " + QFileInfo(argument).completeBaseName());
     }
+}
+
+TEST(StartUp, ProjectArgumentThatIsNoProject_IsTold) {
+    const InstallationCopy copy;
+    copy.write("Job.tornvale", "this is no JSON");
+    const ProgramResult result = copy.probe({"Job.tornvale"});
+    ASSERT_EQ(kindsOf(result), QString("box window"));
+    expectBox(result.record[0], copy.text("english", "Tornvale/OpenFile", "Title"),
+              copy.text("english", "Tornvale/OpenFile", "EncodingErrorMsg") + "\nJob.tornvale");
+}
+
+TEST(StartUp, MissingModel_EndsWithItsName) {
+    const InstallationCopy copy;
+    copy.remove("models/Box.stl");
+    const ProgramResult result = copy.probe();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(QString::fromUtf8(copy.read("log.txt")).contains("[FATAL]"));
+    EXPECT_TRUE(QString::fromUtf8(copy.read("log.txt")).contains("Name:X"));
+}
+
+TEST(StartUp, MissingVersionFile_IsTold) {
+    const InstallationCopy copy;
+    copy.remove("Tornvale3.3.0.5.rc");
+    const ProgramResult result = copy.probe();
+    ASSERT_EQ(kindsOf(result), QString("box window"));
+    expectBox(result.record[0], QString::fromUtf8("错误"),
+              QString::fromUtf8("获取软件版本文件错误:Tornvale.rc"));
 }
 
 TEST(StartUp, OtherArguments_AreIgnored) {

@@ -2,37 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <QDockWidget>
 #include <QLabel>
+#include <QMenuBar>
 #include <QTabWidget>
-#include <QTableWidget>
-#include <QTextBrowser>
+#include <QTest>
+#include <QToolBar>
 #include <iostream>
 
-#include "InstallationCopy.h"
-#include "core/LanguageReader.h"
-#include "support/TestSupport.h"
+#include "WindowTestSupport.h"
+#include "app/MachineScene.h"
+#include "app/MachineViewer.h"
+#include "machine/AxisBase.h"
+#include "machine/MotionNodeManager.h"
+#include "tools/ToolManager.h"
 
 namespace {
-
-struct Fixture {
-    Fixture() {
-        installation.write("data.ini", "[MainInterface]\nLanguage=English\n");
-        QFile language(shippedInstallation() + "/language/english.json");
-        EXPECT_TRUE(language.open(QIODevice::ReadOnly));
-        installation.write("language/english.json", language.readAll());
-        TORNVALE::LanguageReader::instance().reload();
-        installation.write("m.xml", smallMachine());
-    }
-    [[nodiscard]] QString machine() const { return installation.file("m.xml"); }
-    TemporaryInstallation installation;
-};
-
-QStringList row(const QTableWidget& table, int index) {
-    QStringList cells;
-    for (int column = 0; column < table.columnCount(); ++column)
-        cells.append(table.item(index, column)->text());
-    return cells;
-}
 
 /// Writes a box to standard error, for a process that does not come back.
 class PrintedDialogs final : public UserDialogs {
@@ -63,75 +48,193 @@ class PrintedDialogs final : public UserDialogs {
     }
 };
 
+QStringList tabTexts(const QTabWidget& tabs) {
+    QStringList texts;
+    for (int i = 0; i < tabs.count(); ++i)
+        texts.append(tabs.tabText(i));
+    return texts;
+}
+
+QTabWidget& tabsOf(Tornvale& window) {
+    return *window.findChild<QDockWidget*>("ProgramDockWidget")->findChild<QTabWidget*>();
+}
+
 }  // namespace
 
-TEST(Tornvale, Window_HasTitleAndTwoPages) {
-    const Fixture fixture;
-    const Tornvale window(fixture.machine());
-    EXPECT_EQ(window.windowTitle(), QString("Tornvale - 3.3.0.5"));
-    const auto* pages = window.findChild<QTabWidget*>();
-    ASSERT_EQ(pages->count(), 2);
-    EXPECT_EQ(pages->tabText(0), QString("Machine"));
-    EXPECT_EQ(pages->tabText(1), QString("Demonstration"));
+TEST(Tornvale, HasItsNameTitleAndTabs) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    EXPECT_EQ(window.objectName(), "StandardCorvane_4S");
+    EXPECT_EQ(window.windowTitle(), "Tornvale - 3.3.0.5");
+    EXPECT_TRUE(window.acceptDrops());
+    EXPECT_EQ(tabTexts(tabsOf(window)), (QStringList{"Tools", "Machine", "Spindles", "Job information"}));
+    EXPECT_EQ(tabsOf(window).currentIndex(), 0);
+    EXPECT_EQ(tabsOf(window).tabPosition(), QTabWidget::North);
+    EXPECT_EQ(window.mode(), 0);
 }
 
-TEST(Tornvale, Summary_ShowsAxesSpindlesAndCoordinates) {
-    const Fixture fixture;
-    const Tornvale window(fixture.machine());
-    const auto* axes = window.findChild<QTableWidget*>("AxesTable");
-    ASSERT_EQ(axes->rowCount(), 2);
-    EXPECT_EQ(row(*axes, 0),
-              (QStringList{"X", "X", "1", "Linear", "-10.5", "300", "5", "60000", "4000", "40000"}));
-    EXPECT_EQ(row(*axes, 1),
-              (QStringList{"C", "B", "4", "Rotary", "-360", "360", "0", "18000", "1200", "15000"}));
-    const auto* spindles = window.findChild<QTableWidget*>("SpindlesTable");
-    ASSERT_EQ(spindles->rowCount(), 1);
-    EXPECT_EQ(row(*spindles, 0),
-              (QStringList{"T1", "X->C", "0 0 100 0", "M3 S#", "M5", "M6 T#", "12", "T2"}));
-    const auto* coordinates = window.findChild<QTableWidget*>("CoordinatesTable");
-    ASSERT_EQ(coordinates->rowCount(), 1);
-    EXPECT_EQ(row(*coordinates, 0), (QStringList{"G54", "left", "", "1 2 3", "X->C"}));
+TEST(Tornvale, LogsItsStepsInOrder) {
+    WindowBench bench;
+    const LogCapture log;
+    bench.open();
+    QStringList steps;
+    for (const LogCapture::Line& line : log.lines()) {
+        if (line.text.startsWith("Main window: "))
+            steps.append(line.text.section('.', 0, 0));
+    }
+    EXPECT_EQ(steps, (QStringList{"Main window: machine configuration read", "Main window: docks made",
+                                  "Main window: 3D view made", "Main window: tabs and menus made"}));
 }
 
-TEST(Tornvale, Summary_CannotBeEditedAndShowsTextsAsTheyStand) {
-    const Fixture fixture;
-    const Tornvale window(fixture.machine());
-    for (const auto* table : window.findChildren<QTableWidget*>())
-        EXPECT_EQ(table->editTriggers(), QAbstractItemView::NoEditTriggers);
-    const auto* head = window.findChild<QLabel*>("MachineHead");
-    EXPECT_EQ(head->textFormat(), Qt::PlainText);
-    EXPECT_TRUE(head->text().contains("Small <b>machine</b>"));
-    EXPECT_TRUE(head->text().contains("S-77"));
-    EXPECT_TRUE(head->text().contains("X->C"));
-    EXPECT_TRUE(head->text().contains(fixture.machine()));
+TEST(Tornvale, TabPositionAndDockAreaComeFromTheSettings) {
+    for (const auto& [name, position] : {std::pair{"West", QTabWidget::West},
+                                         {"East", QTabWidget::East},
+                                         {"South", QTabWidget::South},
+                                         {"north", QTabWidget::North}}) {
+        WindowBench bench;
+        bench.settings(QByteArray("TabPosition=") + name + "\nDockWidgetArea=2\n");
+        Tornvale& window = bench.open();
+        EXPECT_EQ(tabsOf(window).tabPosition(), position) << name;
+        EXPECT_EQ(window.dockWidgetArea(window.findChild<QDockWidget*>("ProgramDockWidget")),
+                  Qt::RightDockWidgetArea);
+    }
 }
 
-TEST(Tornvale, DemonstrationProgramMissing_IsNamedOnItsPage) {
-    const Fixture fixture;
-    const Tornvale window(fixture.machine());
-    const auto* page = window.findChild<QTextBrowser*>();
-    EXPECT_TRUE(page->toPlainText().contains("programs/FiveAxisContour.nc"))
-        << page->toPlainText().toStdString();
-    EXPECT_TRUE(page->isReadOnly());
+TEST(Tornvale, AWrongDockAreaIsTheLeft) {
+    WindowBench bench;
+    bench.settings("DockWidgetArea=77\n");
+    Tornvale& window = bench.open();
+    EXPECT_EQ(window.dockWidgetArea(window.findChild<QDockWidget*>("ProgramDockWidget")),
+              Qt::LeftDockWidgetArea);
 }
 
-TEST(Tornvale, ProjectDocument_IsRefusedWithAWord) {
-    const Fixture fixture;
-    Tornvale window(fixture.machine());
-    ExpectedDialogs dialogs;
-    dialogs.expectTell(UserDialogs::Kind::Information, "Open",
-                       "This version cannot open project documents yet: /a%1.tornvale");
-    EXPECT_FALSE(window.openProject("/a%1.tornvale"));
+TEST(Tornvale, BackgroundComesFromTheSettings) {
+    WindowBench bench;
+    bench.settings("BackGroundColor=0.5 0.25 1.0\n");
+    const QColor color = bench.open().viewer().background();
+    EXPECT_NEAR(color.redF(), 0.5, 0.01);
+    EXPECT_NEAR(color.greenF(), 0.25, 0.01);
+    EXPECT_NEAR(color.blueF(), 1.0, 0.01);
+    bench.close();
+    bench.settings("BackGroundColor=red 7 nan\n");
+    EXPECT_EQ(bench.open().viewer().background(), QColor(230, 235, 240));
+}
+
+TEST(Tornvale, WithoutOpenGlTheViewSaysSo) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    window.show();
+    EXPECT_FALSE(window.viewer().hasViewer());
+    EXPECT_TRUE(window.viewer().findChild<QLabel*>()->text().startsWith("This display has no OpenGL"));
+}
+
+TEST(Tornvale, MenusStandInTheirOrderWithIconsAndShortcuts) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    QStringList titles;
+    for (const QAction* action : window.menuBar()->actions())
+        titles.append(action->text());
+    EXPECT_EQ(titles, (QStringList{"File", "Settings", "Operation", "Help"}));
+    EXPECT_EQ(bench.action("New")->shortcut(), QKeySequence(QKeySequence::New));
+    EXPECT_EQ(bench.action("Open")->shortcut(), QKeySequence(QKeySequence::Open));
+    EXPECT_EQ(bench.action("Save")->shortcut(), QKeySequence(QKeySequence::Save));
+    EXPECT_EQ(bench.action("SaveAs")->shortcut(), QKeySequence(QKeySequence::SaveAs));
+    EXPECT_EQ(bench.action("Quit")->shortcut(), QKeySequence(QKeySequence::Quit));
+    EXPECT_EQ(bench.action("AboutTornvale")->shortcut(), QKeySequence(QKeySequence::HelpContents));
+    for (const QMenu* menu : window.findChildren<QMenu*>()) {
+        for (const QAction* action : menu->actions())
+            EXPECT_FALSE(action->text().isEmpty()) << action->objectName().toStdString();
+    }
+}
+
+TEST(Tornvale, AdminShowsTheDebugPartsAndIsOffAtFirst) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    window.show();
+    const QTabWidget& tabs = tabsOf(window);
+    auto* debugBar = window.findChild<QToolBar*>("DebugToolBar");
+    EXPECT_FALSE(tabs.isTabVisible(1));
+    EXPECT_FALSE(debugBar->isVisible());
+    bench.trigger("Admin");
+    EXPECT_TRUE(tabs.isTabVisible(1));
+    EXPECT_TRUE(debugBar->isVisible());
+    EXPECT_EQ(window.menuBar()->actions().last()->text(), "Debug");
+    bench.trigger("Admin");
+    EXPECT_FALSE(tabs.isTabVisible(1));
+    EXPECT_FALSE(debugBar->isVisible());
+    EXPECT_EQ(window.menuBar()->actions().last()->text(), "Help");
+}
+
+TEST(Tornvale, TheViewsSwitchTheMode) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    auto* bar = window.findChild<QToolBar*>("SharedToolBar");
+    EXPECT_TRUE(bar->isHidden());
+    EXPECT_EQ(bar->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    ASSERT_EQ(bar->actions().size(), 2);
+    EXPECT_EQ(bar->actions()[0]->text(), "Optimal");
+    EXPECT_EQ(bar->actions()[1]->text(), "CAM");
+    bar->actions()[1]->trigger();
+    EXPECT_EQ(window.mode(), 1);
+    bar->actions()[0]->trigger();
+    EXPECT_EQ(window.mode(), 0);
+    EXPECT_EQ(window.toolBarArea(bar), Qt::RightToolBarArea);
+}
+
+TEST(Tornvale, TheStatusBarShowsTheLine) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    window.machine().executeLine("X12");
+    window.machine().executeLine("X13 <b>");
+    auto* label = window.findChild<QLabel*>("LineLabel");
+    EXPECT_TRUE(QTest::qWaitFor([label] { return label->text() == "X13 <b>"; }, 5000));
+    EXPECT_NEAR(window.machine().findAxis("X")->currentValue(), 13, 1e-5);
+}
+
+TEST(Tornvale, ShippedCameraIsTaken) {
+    WindowBench bench;
+    bench.write("camera.txt", "position 1 2 3");
+    EXPECT_TRUE(bench.open().viewer().scene().cameraText().contains("position 1 2 3"));
+}
+
+TEST(Tornvale, AnUnreadableCameraLeavesTheView) {
+    WindowBench bench;
+    bench.open();
+    const QString whole = bench.window().viewer().scene().cameraText();
+    bench.close();
+    bench.write("camera.txt", QByteArray("\xff\xfe position nan", 15));
+    const LogCapture log;
+    EXPECT_EQ(bench.open().viewer().scene().cameraText(), whole);
+    EXPECT_TRUE(log.contains("camera.txt"));
 }
 
 TEST(Tornvale, BrokenMachine_IsToldAndEndsWithStatus1) {
-    const Fixture fixture;
-    fixture.installation.write("m.xml", "<root");
+    WindowBench bench;
+    bench.write("machineSample/Small.xml", "<root");
     EXPECT_EXIT(
         {
             const PrintedDialogs dialogs;
             const LogCapture log;
-            const Tornvale window(fixture.machine());
+            const Tornvale window(bench.file("machineSample/Small.xml"));
         },
         ::testing::ExitedWithCode(1), "1\\|Fatal\\|The machine file has errors");
+}
+
+TEST(Tornvale, AMachineOfUnknownNamesStillOpens) {
+    WindowBench bench;
+    QByteArray machine = QByteArray();
+    {
+        QFile file(bench.file("machineSample/Small.xml"));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        machine = file.readAll();
+    }
+    machine.replace("<kinematicChain><chain>X->C</chain></kinematicChain></machineParameters>",
+                    "<kinematicChain><chain>Q->R;X->Q->C</chain></kinematicChain></machineParameters>");
+    machine.replace("<parent>X->C</parent>", "<parent>Nowhere</parent>");
+    bench.write("machineSample/Small.xml", machine);
+    const LogCapture log;
+    Tornvale& window = bench.open();
+    EXPECT_TRUE(log.contains("The carrier of the spindle was not found."));
+    window.machine().executeLine("X5 C30");
+    EXPECT_NEAR(window.machine().findAxis("X")->currentValue(), 5, 1e-5);
 }

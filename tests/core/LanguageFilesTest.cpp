@@ -83,7 +83,7 @@ TEST(LanguageFiles, TextsWithArguments_HaveThem) {
         EXPECT_EQ(placeMarkers(all["Axis > ManualTranslation"]), QStringList{"%1"});
         EXPECT_EQ(placeMarkers(all["Axis > GenerateFixtureIsoCodeSuccessMsg"]), QStringList{"%1"});
         EXPECT_EQ(placeMarkers(all["Tornvale > ExportPackage > Notice"]), QStringList{"%1"});
-        EXPECT_EQ(placeMarkers(all["Tornvale > OpenFile > NotSupportedMsg"]), QStringList{"%1"});
+        EXPECT_EQ(placeMarkers(all["Tornvale > Contact > FoundMsg"]), (QStringList{"%1", "%2"}));
     }
 }
 

@@ -70,6 +70,8 @@ ExpectedDialogs::~ExpectedDialogs() {
     EXPECT_TRUE(items_.empty()) << "a prepared item was not asked for";
     EXPECT_TRUE(numbers_.empty()) << "a prepared number was not asked for";
     EXPECT_TRUE(files_.empty()) << "a prepared file was not asked for";
+    EXPECT_TRUE(colors_.empty()) << "a prepared colour was not asked for";
+    EXPECT_TRUE(keeps_.empty()) << "a prepared answer about changes was not asked for";
 }
 
 void ExpectedDialogs::expectTell(Kind kind, const QString& title, const QString& text) {
@@ -134,6 +136,30 @@ QString ExpectedDialogs::openFile(const QString& caption, const QString& /*folde
 
 QString ExpectedDialogs::saveFile(const QString& caption, const QString& folder, const QString& filter) {
     return openFile(caption, folder, filter);
+}
+
+QString ExpectedDialogs::chooseFolder(const QString& caption, const QString& folder) {
+    return openFile(caption, folder, {});
+}
+
+std::optional<QColor> ExpectedDialogs::chooseColor(const QString& title, const QColor& /*initial*/) {
+    if (colors_.empty()) {
+        ADD_FAILURE() << "unexpected colour dialog: " << title.toStdString();
+        return std::nullopt;
+    }
+    const std::optional<QColor> color = colors_.front();
+    colors_.pop_front();
+    return color;
+}
+
+UserDialogs::Keep ExpectedDialogs::askToSave(const QString& title, const QString& text, QWidget* /*parent*/) {
+    if (keeps_.empty()) {
+        ADD_FAILURE() << "unexpected question: " << title.toStdString() << " / " << text.toStdString();
+        return Keep::Cancel;
+    }
+    const Keep keep = keeps_.front();
+    keeps_.pop_front();
+    return keep;
 }
 
 TemporaryInstallation::TemporaryInstallation() {

@@ -65,7 +65,10 @@ class ExpectedDialogs final : public UserDialogs {
     void answerAsk(bool answer) { asks_.push_back(answer); }
     void answerChooseItem(std::optional<QString> item) { items_.push_back(std::move(item)); }
     void answerNumber(std::optional<double> number) { numbers_.push_back(number); }
+    /// Also the answer of the next folder dialog.
     void answerFile(const QString& path) { files_.push_back(path); }
+    void answerColor(std::optional<QColor> color) { colors_.push_back(std::move(color)); }
+    void answerKeep(Keep keep) { keeps_.push_back(keep); }
     /// The list that the last chooseItem offered.
     [[nodiscard]] const QStringList& offeredItems() const { return offered_; }
 
@@ -77,6 +80,9 @@ class ExpectedDialogs final : public UserDialogs {
                                     double high, int decimals) override;
     QString openFile(const QString& caption, const QString& folder, const QString& filter) override;
     QString saveFile(const QString& caption, const QString& folder, const QString& filter) override;
+    QString chooseFolder(const QString& caption, const QString& folder) override;
+    std::optional<QColor> chooseColor(const QString& title, const QColor& initial) override;
+    Keep askToSave(const QString& title, const QString& text, QWidget* parent) override;
 
   private:
     struct Told {
@@ -89,6 +95,8 @@ class ExpectedDialogs final : public UserDialogs {
     std::deque<std::optional<QString>> items_;
     std::deque<std::optional<double>> numbers_;
     std::deque<QString> files_;
+    std::deque<std::optional<QColor>> colors_;
+    std::deque<Keep> keeps_;
     QStringList offered_;
 };
 

@@ -57,7 +57,7 @@ QVector<OldSystemData> readOldSystems(const QJsonArray& array) {
         OldSystemData system;
         system.id = firstDigit(object.value(QStringLiteral("name")).toString());
         system.translation = translationFrom(object.value(QStringLiteral("moveTranslation")).toString());
-        for (const QJsonValue& model : object.value(QStringLiteral("modelArray")).toArray()) {
+        for (const QJsonValue model : object.value(QStringLiteral("modelArray")).toArray()) {
             const QJsonObject texts = model.toObject();
             system.models.append({texts.value(QStringLiteral("coordIndex")).toString(),
                                   texts.value(QStringLiteral("verticesProperty")).toString()});

@@ -1,0 +1,154 @@
+#include "app/MachineViewer.h"
+
+#include <Inventor/Qt/viewers/SoQtExaminerViewer.h>
+#include <Inventor/SoPath.h>
+#include <Inventor/SoPickedPoint.h>
+#include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/events/SoMouseButtonEvent.h>
+#include <Inventor/nodes/SoEventCallback.h>
+#include <Inventor/nodes/SoPerspectiveCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <QEvent>
+#include <QLabel>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "app/MachineScene.h"
+#include "core/LanguageReader.h"
+#include "geometry/modelNode.h"
+#include "setup/userCoordinateSystem.h"
+#include "tools/ViewerLibrary.h"
+
+MachineViewer::MachineViewer(SoSeparator& machine, QWidget* parent)
+    : QWidget(parent),
+      scene_(std::make_unique<MachineScene>(machine)),
+      message_(new QLabel(this)) {             // owned by this widget
+    auto* const clicks = new SoEventCallback;  // owned by the scene
+    clicks->addEventCallback(SoMouseButtonEvent::getClassTypeId(), mouseClickCB, this);
+    scene_->root()->insertChild(clicks, 1);
+    auto* layout = new QVBoxLayout(this);  // owned by this widget
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(message_);
+    message_->setAlignment(Qt::AlignCenter);
+    message_->setWordWrap(true);
+    message_->setText(displayHasOpenGl()
+                          ? QString()
+                          : TORNVALE::LanguageReader::instance().text(QStringLiteral("Tornvale/Viewer"),
+                                                                      QStringLiteral("NoOpenGlMsg")));
+    setMinimumSize(320, 240);
+    setFocusPolicy(Qt::StrongFocus);
+    setBackground(background_);
+}
+
+MachineViewer::~MachineViewer() = default;
+
+void MachineViewer::setBackground(const QColor& color) {
+    background_ = color;
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, color);
+    setPalette(colors);
+    setAutoFillBackground(true);
+    if (viewer_ != nullptr) {
+        viewer_->setBackgroundColor(SbColor(static_cast<float>(color.redF()),
+                                            static_cast<float>(color.greenF()),
+                                            static_cast<float>(color.blueF())));
+        renderSoon();
+    }
+}
+
+void MachineViewer::setDecoration(bool shown) {
+    decoration_ = shown;
+    if (viewer_ != nullptr)
+        viewer_->setDecoration(shown ? TRUE : FALSE);
+}
+
+void MachineViewer::viewAll() {
+    const QSize area = size() * devicePixelRatioF();
+    scene_->viewAll(SbViewportRegion(static_cast<short>(qBound(1, area.width(), 16384)),
+                                     static_cast<short>(qBound(1, area.height(), 16384))));
+}
+
+// --- viewer ---
+
+void MachineViewer::makeViewer() {
+    if (viewer_ != nullptr || !isVisible())
+        return;
+    startViewerLibrary(window());
+    viewer_ = std::make_unique<SoQtExaminerViewer>(this);
+    viewer_->setAnimationEnabled(FALSE);
+    viewer_->setFeedbackVisibility(FALSE);
+    viewer_->setDecoration(decoration_ ? TRUE : FALSE);
+    viewer_->setAntialiasing(TRUE, 1);
+    viewer_->setSceneGraph(scene_->root());
+    viewer_->getGLWidget()->installEventFilter(this);
+    setBackground(background_);
+    viewer_->show();
+    viewer_->getWidget()->show();
+    viewer_->getWidget()->resize(size());
+    message_->hide();
+    renderSoon();
+}
+
+void MachineViewer::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (viewer_ == nullptr && displayHasOpenGl())
+        makeViewer();
+}
+
+void MachineViewer::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (viewer_ != nullptr)
+        viewer_->getWidget()->resize(size());
+}
+
+// The first frame of an embedded viewer keeps a wrong size until it is drawn again after its events.
+bool MachineViewer::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Show || event->type() == QEvent::Resize)
+        renderSoon();
+    return QWidget::eventFilter(watched, event);
+}
+
+void MachineViewer::renderSoon() {
+    constexpr int kAfterTheEvents_ms = 20;
+    QTimer::singleShot(kAfterTheEvents_ms, this, [this] {
+        if (viewer_ != nullptr)
+            viewer_->render();
+    });
+}
+
+// --- mouse ---
+
+bool MachineViewer::clickOn(const SoPath& path) {
+    for (int i = path.getLength() - 1; i >= 0; --i) {
+        SoNode* const node = path.getNode(i);
+        if (auto* point = dynamic_cast<pointShape*>(node)) {
+            point->setSelected(true);
+            return true;
+        }
+        if (auto* system = dynamic_cast<userCoordinateSystem*>(node)) {
+            QWidget* const panel = system->panel();
+            if (!panel->isVisible()) {
+                panel->setWindowFlags(Qt::Tool);
+                panel->setWindowTitle(system->name());
+                panel->show();
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+void MachineViewer::mouseClickCB(void* view, SoEventCallback* event) {
+    auto* const viewer = static_cast<MachineViewer*>(view);
+    const auto* click = dynamic_cast<const SoMouseButtonEvent*>(event->getEvent());
+    if (click == nullptr || viewer->viewer_ == nullptr || click->getState() != SoButtonEvent::DOWN ||
+        click->getButton() != SoMouseButtonEvent::BUTTON1)
+        return;
+    SoRayPickAction pick(viewer->viewer_->getViewportRegion());
+    pick.setPoint(click->getPosition());
+    pick.apply(viewer->scene_->root());
+    const SoPickedPoint* const picked = pick.getPickedPoint();
+    if (picked != nullptr && clickOn(*picked->getPath()))
+        event->setHandled();
+}

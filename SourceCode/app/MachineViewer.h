@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+class QLabel;
+class MachineScene;
+class SoEventCallback;
+class SoNode;
+class SoPath;
+class SoSeparator;
+class SoQtExaminerViewer;
+
+/// The 3D view of the machine. The viewer is made when the view is shown for the first time; where the
+/// display has no OpenGL the area says so, and everything else works.
+class MachineViewer : public QWidget {
+    Q_OBJECT
+  public:
+    /// Shows `machine`, of which it takes a reference.
+    explicit MachineViewer(SoSeparator& machine, QWidget* parent = nullptr);
+    ~MachineViewer() override;
+    MachineViewer(const MachineViewer&) = delete;
+    MachineViewer& operator=(const MachineViewer&) = delete;
+
+    [[nodiscard]] MachineScene& scene() const { return *scene_; }
+    void setBackground(const QColor& color);
+    [[nodiscard]] QColor background() const { return background_; }
+    /// The viewer's own buttons and wheels.
+    void setDecoration(bool shown);
+    void viewAll();
+    [[nodiscard]] bool hasViewer() const { return viewer_ != nullptr; }
+
+    /// What a click with the left button on this path does; true when something took it.
+    static bool clickOn(const SoPath& path);
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void makeViewer();
+    void renderSoon();
+    static void mouseClickCB(void* view, SoEventCallback* event);
+
+    std::unique_ptr<MachineScene> scene_;
+    std::unique_ptr<SoQtExaminerViewer> viewer_;
+    QLabel* message_;
+    QColor background_{230, 235, 240};
+    bool decoration_ = false;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QMenu>
+#include <QString>
+#include <functional>
+#include <vector>
+
+/// One entry of a menu: adding a command to the window is one of these.
+struct MenuEntry {
+    const char* key;                               ///< language key in its menu's group, and object name
+    const char* icon = nullptr;                    ///< file in ":/Icon"
+    QKeySequence shortcut = {};                    ///< empty for none
+    std::function<void()> command = nullptr;       ///< what it does
+    QMenu* subMenu = nullptr;                      ///< shown in its place, not owned
+    std::function<void(bool)> switched = nullptr;  ///< a checkable entry, off at first
+};
+
+/// A menu of the group "Tornvale/<group>", titled by its key "Title"; owned by `parent`.
+[[nodiscard]] QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>& entries);

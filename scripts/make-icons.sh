@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Makes the PNG icons of the programs from their SVG sources, and lists them in the resource file.
+set -euo pipefail
+cd "$(dirname "$0")/../resources"
+
+for source in icons/*.svg; do
+  name="$(basename "$source" .svg)"
+  case "$name" in
+    Logo) size=256 ;;
+    limited) size=128 ;;
+    *) size=64 ;;
+  esac
+  rsvg-convert -w "$size" -h "$size" "$source" -o "Icon/$name.png"
+done
+{
+  printf '<RCC>\n    <qresource prefix="/">\n'
+  for picture in Icon/*.png; do
+    printf '        <file>%s</file>\n' "$picture"
+  done
+  printf '    </qresource>\n</RCC>\n'
+} >resources.qrc
