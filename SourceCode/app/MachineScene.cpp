@@ -2,12 +2,14 @@
 
 #include <Inventor/SbString.h>
 #include <Inventor/SbViewportRegion.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/errors/SoReadError.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -115,6 +117,23 @@ void MachineScene::viewAll(const SbViewportRegion& viewport) {
     const SbRotation turn(SbVec3f(0, 0, 1), 0.6F);
     camera_->orientation = tilt * turn;
     camera_->viewAll(root_, viewport, 1.4F);
+}
+
+void MachineScene::fitClipping(const SbViewportRegion& viewport) {
+    constexpr float kNearest = 0.001F;  // of the far plane: the depth buffer cannot tell more apart
+    SoGetBoundingBoxAction bounds(viewport);
+    bounds.apply(root_);
+    const SbBox3f box = bounds.getBoundingBox();
+    if (box.isEmpty())
+        return;
+    const SbVec3f middle = box.getCenter();
+    const float radius = (box.getMax() - middle).length();
+    SbVec3f ahead;
+    camera_->orientation.getValue().multVec(SbVec3f(0, 0, -1), ahead);
+    const float distance = (middle - camera_->position.getValue()).dot(ahead);
+    const float farthest = std::max(distance + radius, 1.0F);
+    camera_->farDistance = farthest;
+    camera_->nearDistance = std::max(distance - radius, kNearest * farthest);
 }
 
 void MachineScene::addMarker(SoNode* marker) {

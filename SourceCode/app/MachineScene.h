@@ -27,6 +27,9 @@ class MachineScene {
     /// From the front, the right and above, with all of the machine in sight.
     void viewAll(const SbViewportRegion& viewport);
 
+    /// Near and far planes around all that is drawn.
+    void fitClipping(const SbViewportRegion& viewport);
+
     void addMarker(SoNode* marker);
     /// A light from where the camera stands now, for renderers that have none of their own.
     void addHeadLight();

@@ -1,5 +1,12 @@
 # What is drawn of the machine, and the window's 3D view.
 tornvale_add_library(tornvale_viewer
   MachineScene.cpp MachineScene.h
-  MachineViewer.cpp MachineViewer.h)
+  MachineViewer.cpp MachineViewer.h
+  OffscreenRenderer.cpp OffscreenRenderer.h)
 target_link_libraries(tornvale_viewer PUBLIC tornvale_motion SoQt::SoQt)
+
+find_package(OpenGL QUIET COMPONENTS EGL)
+if(TARGET OpenGL::EGL)
+  target_link_libraries(tornvale_viewer PRIVATE OpenGL::EGL)
+  target_compile_definitions(tornvale_viewer PRIVATE TORNVALE_HAS_EGL)
+endif()

@@ -4,6 +4,7 @@
 
 #include "app/batch/BatchFiles.h"
 #include "app/batch/BatchInstallation.h"
+#include "app/batch/BatchMachine.h"
 #include "app/batch/BatchResults.h"
 #include "machine/Transform.h"
 #include "machine/calc/AxisLimits.h"
@@ -23,13 +24,6 @@ struct Job {
     QString text;
 
     [[nodiscard]] const MachineDescription& machine() const { return ConfigReader::instance().description(); }
-};
-
-/// What a command hands over: bytes for the result, or why there are none; and what is wrong with the
-/// program.
-struct Outcome {
-    std::optional<QByteArray> result;
-    std::optional<Failure> failure;
 };
 
 Outcome failed(ExitStatus status, const QString& place, const QString& text) {
@@ -164,6 +158,9 @@ Outcome run(Job& job) {
             return check(job);
         case BatchCommand::Audit:
             return audit(job);
+        case BatchCommand::Simulate:
+        case BatchCommand::Picture:
+            break;  // these need the machine's scene and no chain
     }
     return {};
 }
@@ -171,6 +168,30 @@ Outcome run(Job& job) {
 ExitStatus report(const Failure& failure) {
     printError(failure.place, failure.text);
     return failure.status;
+}
+
+ExitStatus finish(const BatchCall& call, const Outcome& outcome, const QElapsedTimer& timer) {
+    if (outcome.failure)
+        report(*outcome.failure);
+    if (outcome.result) {
+        if (const std::optional<Failure> failure = writeResult(call.outputFile, *outcome.result))
+            return report(*failure);
+        printProgress(call.input,
+                      QStringLiteral("%1 bytes in %2 ms").arg(outcome.result->size()).arg(timer.elapsed()));
+    }
+    return outcome.failure ? outcome.failure->status : ExitStatus::Done;
+}
+
+ExitStatus runOnMachine(const BatchCall& call, const QElapsedTimer& timer) {
+    const auto tools = readTools(call);
+    if (const Failure* failure = std::get_if<Failure>(&tools))
+        return report(*failure);
+    printProgress(call.input, QStringLiteral("reading"));
+    const std::variant<QString, Failure> text = readText(call.input);
+    if (const Failure* failure = std::get_if<Failure>(&text))
+        return report(*failure);
+    BatchMachine machine(std::get<QVector<ToolRecord>>(tools));
+    return finish(call, machine.run(call, std::get<QString>(text)), timer);
 }
 
 }  // namespace
@@ -182,6 +203,9 @@ ExitStatus runCommand(const BatchCall& call) {
     if (const Failure* failure = std::get_if<Failure>(&machineFile))
         return report(*failure);
     setFatalPlaces(std::get<QString>(machineFile), call.input);
+
+    if (call.command == BatchCommand::Simulate || call.command == BatchCommand::Picture)
+        return runOnMachine(call, timer);
 
     const auto place = workPlace(ConfigReader::instance().description(), call);
     if (const Failure* failure = std::get_if<Failure>(&place))
@@ -198,14 +222,5 @@ ExitStatus runCommand(const BatchCall& call) {
             std::move(std::get<QString>(text))};
     printProgress(call.input, QStringLiteral("working on %1 characters").arg(job.text.size()));
     forgetWarnings();
-    const Outcome outcome = run(job);
-    if (outcome.failure)
-        report(*outcome.failure);
-    if (outcome.result) {
-        if (const std::optional<Failure> failure = writeResult(call.outputFile, *outcome.result))
-            return report(*failure);
-        printProgress(call.input,
-                      QStringLiteral("%1 bytes in %2 ms").arg(outcome.result->size()).arg(timer.elapsed()));
-    }
-    return outcome.failure ? outcome.failure->status : ExitStatus::Done;
+    return finish(call, run(job), timer);
 }

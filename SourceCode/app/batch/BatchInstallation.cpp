@@ -98,6 +98,10 @@ std::optional<Failure> checkChain(const MachineDescription& machine, const QStri
     return std::nullopt;
 }
 
+QString libraryPath(const BatchCall& call) {
+    return call.toolFile.value_or(installationPath(QStringLiteral("toollib.json")));
+}
+
 }  // namespace
 
 std::variant<QString, Failure> useInstallation(const BatchCall& call) {
@@ -155,33 +159,40 @@ std::variant<WorkPlace, Failure> workPlace(const MachineDescription& machine, co
     return place;
 }
 
-std::variant<std::shared_ptr<ToolData>, Failure> findTool(const BatchCall& call) {
-    if (!call.tool)
-        return std::shared_ptr<ToolData>();
-    const QString path = call.toolFile.value_or(installationPath(QStringLiteral("toollib.json")));
+std::variant<QVector<ToolRecord>, Failure> readTools(const BatchCall& call) {
+    const QString path = libraryPath(call);
     const std::variant<QByteArray, Failure> bytes = readBytes(path, ExitStatus::BadInstallation);
     if (const Failure* failure = std::get_if<Failure>(&bytes))
         return *failure;
     Diagnostics diagnostics;
-    const std::optional<ToolLibrary> library =
+    std::optional<ToolLibrary> library =
         readToolLibrary(std::get<QByteArray>(bytes), applicationVersion(), diagnostics);
     if (!library)
         return unusable(path, QStringLiteral("is no tool library, expected a JSON object of tools"));
-    QStringList indices;
-    for (const ToolRecord& record : library->tools) {
-        indices.append(QString::number(record.index));
-        if (record.index != *call.tool)
+    for (ToolRecord& tool : library->tools) {
+        if (!tool.isChainSaw())
             continue;
-        ToolRecord tool = record;
-        if (tool.isChainSaw()) {
-            if (const auto values = ChainSawLibrary::values(tool.chainSaw))
-                applyChainSawCompensations(*values, tool);
-        }
-        return std::make_shared<ToolData>(tool);
+        if (const auto values = ChainSawLibrary::values(tool.chainSaw))
+            applyChainSawCompensations(*values, tool);
     }
-    return wrong(
-        QStringLiteral("--tool"),
-        QStringLiteral("%1 is no tool of %2, expected one of %3")
-            .arg(*call.tool)
-            .arg(path, indices.isEmpty() ? QStringLiteral("none") : indices.join(QStringLiteral(", "))));
+    return library->tools;
+}
+
+std::variant<std::shared_ptr<ToolData>, Failure> findTool(const BatchCall& call) {
+    if (!call.tool)
+        return std::shared_ptr<ToolData>();
+    const auto tools = readTools(call);
+    if (const Failure* failure = std::get_if<Failure>(&tools))
+        return *failure;
+    QStringList indices;
+    for (const ToolRecord& tool : std::get<QVector<ToolRecord>>(tools)) {
+        indices.append(QString::number(tool.index));
+        if (tool.index == *call.tool)
+            return std::make_shared<ToolData>(tool);
+    }
+    return wrong(QStringLiteral("--tool"),
+                 QStringLiteral("%1 is no tool of %2, expected one of %3")
+                     .arg(*call.tool)
+                     .arg(libraryPath(call),
+                          indices.isEmpty() ? QStringLiteral("none") : indices.join(QStringLiteral(", "))));
 }

@@ -8,6 +8,7 @@
 #include "app/batch/BatchReport.h"
 #include "app/batch/CommandLine.h"
 #include "machine/calc/MachineDescription.h"
+#include "tools/calc/ToolRecord.h"
 
 class ToolData;
 
@@ -25,6 +26,9 @@ struct WorkPlace {
 /// The named system and chain, otherwise the machine's first system and its first chain.
 [[nodiscard]] std::variant<WorkPlace, Failure> workPlace(const MachineDescription& machine,
                                                          const BatchCall& call);
+
+/// All tools of the call's library.
+[[nodiscard]] std::variant<QVector<ToolRecord>, Failure> readTools(const BatchCall& call);
 
 /// The tool of the call's index; a null pointer when the call names none.
 [[nodiscard]] std::variant<std::shared_ptr<ToolData>, Failure> findTool(const BatchCall& call);

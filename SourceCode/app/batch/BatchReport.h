@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+#include <optional>
 
 #include "core/UserDialogs.h"
 
@@ -19,6 +21,13 @@ struct Failure {
     ExitStatus status = ExitStatus::BadInput;
     QString place;  ///< file, option or, with a line, "file:line"
     QString text;
+};
+
+/// What a command hands over: bytes for the result, or why there are none; and what is wrong with the
+/// program.
+struct Outcome {
+    std::optional<QByteArray> result;
+    std::optional<Failure> failure;
 };
 
 /// "tornvale-batch: PLACE: TEXT" as one line: line feeds and other control characters become blanks.

@@ -56,6 +56,29 @@ QByteArray auditJson(const ProgramAudit& audit) {
                    {QStringLiteral("axes"), axes}});
 }
 
+QByteArray simulationJson(const SimulationResult& result) {
+    // Written by hand: a program that scrapes along for a million lines makes a long list.
+    std::vector<QByteArray> pairs;
+    for (const auto& [first, second] : result.pairs) {
+        QByteArray names = QJsonDocument(QJsonArray{first, second}).toJson(QJsonDocument::Compact);
+        names = names.mid(1, names.size() - 2);
+        const int comma = names.indexOf("\",\"") + 1;
+        pairs.push_back(", \"first\": " + names.left(comma) + ", \"second\": " + names.mid(comma + 1) + '}');
+    }
+    QByteArray text = "{\n    \"collisions\": [";
+    const char* separator = "\n        ";
+    for (const SimulatedContact& contact : result.contacts) {
+        text += separator;
+        text +=
+            "{\"line\": " + QByteArray::number(contact.line) + pairs[static_cast<std::size_t>(contact.pair)];
+        separator = ",\n        ";
+    }
+    text += result.contacts.empty() ? "],\n" : "\n    ],\n";
+    text += "    \"lines\": " + QByteArray::number(result.lines) +
+            ",\n    \"seconds\": " + QByteArray::number(result.seconds, 'g', 12) + "\n}\n";
+    return text;
+}
+
 QString exceededText(const std::vector<AxisLimitRow>& rows) {
     QStringList parts;
     for (const AxisLimitRow& row : rows) {

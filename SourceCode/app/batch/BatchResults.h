@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <utility>
 #include <vector>
 
 #include "machine/calc/AxisLimits.h"
@@ -23,6 +24,22 @@ struct ConvertedTexts {
 [[nodiscard]] QByteArray convertedJson(const ConvertedTexts& texts);
 [[nodiscard]] QByteArray checkJson(const std::vector<AxisLimitRow>& rows, bool isExceeded);
 [[nodiscard]] QByteArray auditJson(const ProgramAudit& audit);
+
+/// Two nodes that touched on a line of the program.
+struct SimulatedContact {
+    int line = 0;  ///< from 1
+    int pair = 0;  ///< which of the simulation's pairs
+};
+
+/// What a simulation found. The same few parts touch again and again, so their name paths stand once.
+struct SimulationResult {
+    int lines = 0;
+    double seconds = 0;
+    std::vector<std::pair<QString, QString>> pairs;
+    std::vector<SimulatedContact> contacts;
+};
+
+[[nodiscard]] QByteArray simulationJson(const SimulationResult& result);
 
 /// Which axes left their limits, and by what, as one sentence.
 [[nodiscard]] QString exceededText(const std::vector<AxisLimitRow>& rows);

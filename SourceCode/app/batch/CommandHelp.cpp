@@ -54,9 +54,21 @@ audit CODE         what a re-timed program asks of the machine, measured from it
                    the period). Jerk is shown but not judged: the planner does not limit it. A
                    limit that is no positive number is not judged either.
 
+simulate CODE      plays the program on the machine line by line with the collision pass, the
+                   tools of the library installed (M6 T3 mounts tool 3): object with "lines",
+                   "seconds" and "collisions" of "line", "first", "second"
+  --stop-at-first        end at the first collision
+
+picture CODE       draws the machine with the path of the tool to a PNG
+  --line N               the machine stands behind this line (default: the last)
+  --size WxH             points, 16 to 8192 each (default 1280x800)
+  --camera FILE          view as the window saves it (default: camera.txt, otherwise all)
+  --wcs NAME             work coordinate system whose table the path is drawn on
+
 Exit status
   0  done
-  1  done, and something is wrong with the program: refused, without code, over a limit
+  1  done, and something is wrong with the program: refused, without code, over a limit,
+     in collision
   2  wrong call; also a result that cannot be written
   3  the input cannot be read or does not fit the machine's letters
   4  the machine or the installation cannot be used

@@ -81,6 +81,23 @@ Taker takeWhole(Field BatchCall::*field, const QString& expected, const std::fun
     };
 }
 
+std::optional<QString> takeSize(BatchCall& call, const QString& value) {
+    constexpr int kSmallest = 16;
+    constexpr int kLargest = 8192;
+    const QStringList parts = value.split(QLatin1Char('x'));
+    for (int i = 0; i < 2; ++i) {
+        bool isNumber = false;
+        const int number = parts.value(i).toInt(&isNumber);
+        if (parts.size() != 2 || !isNumber || number < kSmallest || number > kLargest)
+            return QStringLiteral("\"%1\" is no size, expected a form such as 1280x800, each %2 to %3")
+                .arg(value)
+                .arg(kSmallest)
+                .arg(kLargest);
+        call.size_px[static_cast<std::size_t>(i)] = number;
+    }
+    return std::nullopt;
+}
+
 std::optional<QString> takeSection(BatchCall& call, const QString& value) {
     if (!sectionNames().contains(value))
         return QStringLiteral("\"%1\" is no section, expected one of %2")
@@ -103,7 +120,7 @@ std::vector<Option> commandOptions() {
     using enum BatchCommand;
     const auto any = [](int) { return true; };
     return {
-        {QStringLiteral("--wcs"), false, {Convert, Transform}, takeText(&BatchCall::workCoordinate)},
+        {QStringLiteral("--wcs"), false, {Convert, Transform, Picture}, takeText(&BatchCall::workCoordinate)},
         {QStringLiteral("--chain"),
          false,
          {Convert, Transform, Retime, Check, Audit},
@@ -128,7 +145,15 @@ std::vector<Option> commandOptions() {
          {Transform},
          takeWhole(&BatchCall::mode, QStringLiteral("0 or 1"), [](int i) { return i == 0 || i == 1; })},
         {QStringLiteral("--factor"), false, {Retime}, takeNumber(&BatchCall::factor)},
-        {QStringLiteral("--dense-point"), true, {Retime}, takeFlag(&BatchCall::densePoint)}};
+        {QStringLiteral("--dense-point"), true, {Retime}, takeFlag(&BatchCall::densePoint)},
+        {QStringLiteral("--stop-at-first"), true, {Simulate}, takeFlag(&BatchCall::stopAtFirst)},
+        {QStringLiteral("--line"),
+         false,
+         {Picture},
+         takeWhole(&BatchCall::line, QStringLiteral("the number of a line, from 1"),
+                   [](int i) { return i >= 1; })},
+        {QStringLiteral("--size"), false, {Picture}, takeSize},
+        {QStringLiteral("--camera"), false, {Picture}, takeText(&BatchCall::cameraFile)}};
 }
 
 const std::vector<std::pair<QString, BatchCommand>>& commandNames() {
@@ -137,7 +162,9 @@ const std::vector<std::pair<QString, BatchCommand>>& commandNames() {
         {QStringLiteral("transform"), BatchCommand::Transform},
         {QStringLiteral("retime"), BatchCommand::Retime},
         {QStringLiteral("check"), BatchCommand::Check},
-        {QStringLiteral("audit"), BatchCommand::Audit}};
+        {QStringLiteral("audit"), BatchCommand::Audit},
+        {QStringLiteral("simulate"), BatchCommand::Simulate},
+        {QStringLiteral("picture"), BatchCommand::Picture}};
     return kNames;
 }
 

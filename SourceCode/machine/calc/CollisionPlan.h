@@ -5,8 +5,9 @@
 #include <QVector>
 
 // The order of the collision pass, as pure functions over indices. Groups are numbered in the order of their
-// keys; `count(g)` says how many objects group g has, `touches(g, i, h, j)` tests object i of g against object
-// j of h and may have effects (marks, a stop): it is called for exactly the pairs that the pass is to look at.
+// keys; `count(g)` says how many objects group g has, `touches(g, i, h, j)` tests object i of g against
+// object j of h and may have effects (marks, a stop): it is called for exactly the pairs that the pass is to
+// look at.
 
 /// Which groups meet which: heads that carry a spindle against all others.
 struct CollisionPlan {

@@ -1,0 +1,257 @@
+#include "app/batch/BatchMachine.h"
+
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoDrawStyle.h>
+#include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoLineSet.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <map>
+
+#include "app/MachineScene.h"
+#include "app/OffscreenRenderer.h"
+#include "app/batch/BatchFiles.h"
+#include "app/batch/BatchResults.h"
+#include "core/InstallationFolder.h"
+#include "core/ParaReader.h"
+#include "machine/AxisBase.h"
+#include "machine/MotionNodeManager.h"
+#include "machine/SpindleClass.h"
+#include "machine/readConfig.h"
+#include "nc/commandProcessor.h"
+#include "setup/WorkCoordinateSystem.h"
+
+namespace {
+
+constexpr int kLinesPerNote = 100000;
+
+/// Calls `visit(line, number)` for each line that is not empty, until it returns false.
+template <typename Visit>
+void forEachLine(const QString& code, const Visit& visit) {
+    int number = 0;
+    for (int from = 0; from < code.size();) {
+        const int feed = code.indexOf(QLatin1Char('\n'), from);
+        const int to = feed < 0 ? code.size() : feed;
+        ++number;
+        if (to > from && !visit(code.mid(from, to - from), number))
+            return;
+        from = to + 1;
+    }
+}
+
+Outcome badInput(const BatchCall& call, const QString& text) {
+    return {std::nullopt, Failure{ExitStatus::BadInput, call.input, text}};
+}
+
+/// A project document is one JSON object.
+bool isProject(const QString& code) {
+    for (const QChar c : code) {
+        if (!c.isSpace())
+            return c == QLatin1Char('{');
+    }
+    return false;
+}
+
+/// The path of the tool's tip on the table that carries the work, which moves below it.
+class ToolPath {
+  public:
+    ToolPath(const MotionNodeManager& machine, WorkCoordinateSystem* zone) : machine_(machine), zone_(zone) {}
+
+    void add() {
+        constexpr std::size_t kMostPoints = 200000;
+        const SpindleNode* const spindle = working();
+        if (zone_ == nullptr || spindle == nullptr || skipped_++ % stride_ != 0)
+            return;
+        const float length = spindle->tool().record().length;
+        const Eigen::Vector3f tip =
+            spindle->collisionObject()->getTransform() * Eigen::Vector3f(0, 0, -length);
+        const Eigen::Vector3f onTable = zone_->carrierTransform().inverse() * tip;
+        points_.emplace_back(onTable.x(), onTable.y(), onTable.z());
+        if (points_.size() < kMostPoints)
+            return;
+        // A longer program keeps every other point.
+        for (std::size_t i = 0; 2 * i < points_.size(); ++i)
+            points_[i] = points_[2 * i];
+        points_.resize(points_.size() / 2);
+        stride_ *= 2;
+    }
+
+    /// Hangs the path on the table.
+    void show() const {
+        if (points_.size() < 2)
+            return;
+        constexpr float kWidth = 3;
+        auto* const group = new SoSeparator;   // owned by the zone
+        auto* const light = new SoLightModel;  // owned by the group
+        light->model = SoLightModel::BASE_COLOR;
+        group->addChild(light);
+        auto* const color = new SoBaseColor;  // owned by the group
+        color->rgb.setValue(0.85F, 0.25F, 0.1F);
+        group->addChild(color);
+        auto* const style = new SoDrawStyle;  // owned by the group
+        style->lineWidth = kWidth;
+        group->addChild(style);
+        auto* const line = new SoLineSet;             // owned by the group
+        auto* const vertices = new SoVertexProperty;  // owned by the line
+        vertices->vertex.setValues(0, static_cast<int>(points_.size()), points_.data());
+        line->vertexProperty = vertices;
+        line->numVertices = static_cast<int>(points_.size());
+        group->addChild(line);
+        zone_->addChild(group);
+    }
+
+  private:
+    /// The spindle whose tool the program mounted, otherwise the first that holds one.
+    [[nodiscard]] const SpindleNode* working() const {
+        const SpindleNode* found = nullptr;
+        for (const SpindleNode* spindle : machine_.spindles()) {
+            if (spindle->collisionObject() == nullptr)
+                continue;
+            if (spindle->hasToolChanger())
+                return spindle;
+            found = found == nullptr ? spindle : found;
+        }
+        return found;
+    }
+
+    const MotionNodeManager& machine_;
+    WorkCoordinateSystem* zone_;
+    std::vector<SbVec3f> points_;
+    std::size_t skipped_ = 0;
+    std::size_t stride_ = 1;
+};
+
+QColor backgroundOfSettings() {
+    const QStringList parts = ParaReader()
+                                  .value(QStringLiteral("MainInterface/BackGroundColor"))
+                                  .toString()
+                                  .split(QLatin1Char(' '));
+    double rgb[3] = {0.9, 0.92, 0.94};
+    for (int i = 0; i < 3 && parts.size() == 3; ++i)
+        rgb[i] = qBound(0.0, parts[i].toDouble(), 1.0);
+    return QColor::fromRgbF(rgb[0], rgb[1], rgb[2]);
+}
+
+std::optional<Failure> aim(MachineScene& scene, const BatchCall& call) {
+    scene.viewAll(SbViewportRegion(static_cast<short>(call.size_px[0]), static_cast<short>(call.size_px[1])));
+    const QString path = call.cameraFile.value_or(installationPath(QStringLiteral("camera.txt")));
+    if (!call.cameraFile && !QFile::exists(path))
+        return std::nullopt;
+    const std::variant<QByteArray, Failure> bytes = readBytes(path, ExitStatus::BadInput);
+    if (const Failure* failure = std::get_if<Failure>(&bytes))
+        return *failure;
+    if (scene.setCameraText(QString::fromUtf8(std::get<QByteArray>(bytes))))
+        return std::nullopt;
+    return Failure{ExitStatus::BadInput, path,
+                   QStringLiteral("is no view, expected a file that the window saved")};
+}
+
+}  // namespace
+
+BatchMachine::BatchMachine(const QVector<ToolRecord>& tools)
+    : machine_(std::make_unique<MotionNodeManager>(ConfigReader::instance().description())) {
+    QList<ToolData*> installed;
+    for (const ToolRecord& tool : tools) {
+        tools_.push_back(std::make_unique<ToolData>(tool));
+        installed.append(tools_.back().get());
+    }
+    machine_->UpdateToolList(installed);
+    machine_->commandProcessor().UpdateToolList(installed);
+}
+
+BatchMachine::~BatchMachine() = default;
+
+Outcome BatchMachine::run(const BatchCall& call, const QString& code) {
+    if (isProject(code))
+        return badInput(call,
+                        QStringLiteral("is a project document, expected machine code; this version reads "
+                                       "projects in the window only"));
+    return call.command == BatchCommand::Simulate ? simulate(call, code) : picture(call, code);
+}
+
+Outcome BatchMachine::simulate(const BatchCall& call, const QString& code) {
+    SimulationResult result;
+    std::map<std::pair<QStringList, QStringList>, int> known;
+    int current = 0;
+    QObject::connect(machine_.get(), &MotionNodeManager::contactFound,
+                     [&result, &known, &current](const QStringList& first, const QStringList& second) {
+                         const auto [pair, isNew] =
+                             known.emplace(std::pair(first, second), static_cast<int>(result.pairs.size()));
+                         const QString arrow = QStringLiteral("->");
+                         if (isNew)
+                             result.pairs.emplace_back(first.join(arrow), second.join(arrow));
+                         result.contacts.push_back({current, pair->second});
+                     });
+    forEachLine(code, [this, &call, &result, &current](const QString& line, int number) {
+        current = number;
+        ++result.lines;
+        machine_->executeLine(line);
+        if (number % kLinesPerNote == 0)
+            printProgress(call.input, QStringLiteral("%1 lines played").arg(number));
+        return !call.stopAtFirst || result.contacts.empty();
+    });
+    constexpr double kMsPerSecond = 1000.0;
+    result.seconds =
+        result.lines * (machine_->machine().interpolationParameters.interpolationTime / kMsPerSecond);
+    Outcome outcome;
+    outcome.result = simulationJson(result);
+    if (!result.contacts.empty()) {
+        const SimulatedContact& first = result.contacts.front();
+        const auto& [one, other] = result.pairs[static_cast<std::size_t>(first.pair)];
+        outcome.failure =
+            Failure{ExitStatus::ProgramAtFault, QStringLiteral("%1:%2").arg(call.input).arg(first.line),
+                    QStringLiteral("collision: %1 touches %2").arg(one, other)};
+    }
+    return outcome;
+}
+
+Outcome BatchMachine::picture(const BatchCall& call, const QString& code) {
+    const auto& zones = machine_->workCoordinateSystems();
+    WorkCoordinateSystem* zone = zones.isEmpty() ? nullptr : zones.first();
+    if (call.workCoordinate) {
+        zone = machine_->findWorkCoordinateSystem(*call.workCoordinate);
+        if (zone == nullptr)
+            return {std::nullopt, Failure{ExitStatus::WrongCall, QStringLiteral("--wcs"),
+                                          QStringLiteral("%1 is no work coordinate system of the machine")
+                                              .arg(*call.workCoordinate)}};
+    }
+    machine_->switchCollision(false);
+    ToolPath path(*machine_, zone);
+    int lines = 0;
+    forEachLine(code, [this, &path, &lines](const QString& line, int number) {
+        machine_->executeLine(line);
+        path.add();
+        lines = number;
+        return true;
+    });
+    if (call.line > lines)
+        return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
+    // The path is that of the whole program; the machine stands where the line leaves it.
+    if (call.line > 0) {
+        forEachLine(code, [this, &call](const QString& line, int number) {
+            if (number <= call.line)
+                machine_->executeLine(line);
+            return number < call.line;
+        });
+    }
+    machine_->collisionPass();
+    path.show();
+    MachineScene scene(*machine_->root());
+    if (const std::optional<Failure> failure = aim(scene, call))
+        return {std::nullopt, *failure};
+    scene.addHeadLight();
+    QString problem;
+    const QImage image = OffscreenRenderer::render(scene, QSize(call.size_px[0], call.size_px[1]),
+                                                   backgroundOfSettings(), problem);
+    if (image.isNull())
+        return {std::nullopt, Failure{ExitStatus::BadInstallation, QStringLiteral("picture"), problem}};
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return {png, std::nullopt};
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QVector>
+#include <memory>
+
+#include "app/batch/BatchReport.h"
+#include "app/batch/CommandLine.h"
+#include "tools/ToolData.h"
+
+class MotionNodeManager;
+
+/// The machine of the call as the window has it, without a window: programs are played on it and drawn. All
+/// tools of the library are installed.
+class BatchMachine {
+  public:
+    explicit BatchMachine(const QVector<ToolRecord>& tools);
+    ~BatchMachine();
+    BatchMachine(const BatchMachine&) = delete;
+    BatchMachine& operator=(const BatchMachine&) = delete;
+
+    /// The command is Simulate or Picture.
+    [[nodiscard]] Outcome run(const BatchCall& call, const QString& code);
+
+  private:
+    [[nodiscard]] Outcome simulate(const BatchCall& call, const QString& code);
+    [[nodiscard]] Outcome picture(const BatchCall& call, const QString& code);
+
+    std::vector<std::unique_ptr<ToolData>> tools_;
+    std::unique_ptr<MotionNodeManager> machine_;
+};
