@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
 # Installs what the build, the tests and the program need on Debian 12, and nothing when all is there.
-# scripts/install-packages.sh build | test
+# scripts/install-packages.sh build | test | pictures
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config ccache qtbase5-dev libqt5opengl5-dev libqt5svg5-dev libsoqt520-dev
   libcoin-dev libfcl-dev libassimp-dev zlib1g-dev libgtest-dev libbenchmark-dev
-  libgl1-mesa-dri libglx-mesa0 libegl1 fonts-noto-cjk fontconfig)
-test=(xvfb xauth clang-14 libclang-rt-14-dev clang-format-14)
+  libgl1-mesa-dri libglx-mesa0 libegl1 qttranslations5-l10n fonts-noto-cjk fontconfig pandoc)
+test=(xvfb xauth xdotool openbox clang-14 libclang-rt-14-dev clang-format-14)
+pictures=(xvfb openbox xdotool imagemagick)
 
 wanted=("${build[@]}")
 if [ "${1:-build}" = test ]; then
   wanted+=("${test[@]}")
+elif [ "${1:-build}" = pictures ]; then
+  wanted+=("${pictures[@]}")
 fi
 
 missing=()

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes the PNG icons of the programs from their SVG sources, and lists them in the resource file.
+# Makes the PNG icons of the programs from their SVG sources, and lists them in the resource file; the pictures
+# of the post-processors' patterns go to the installation.
 set -euo pipefail
 cd "$(dirname "$0")/../resources"
 
@@ -11,6 +12,9 @@ for source in icons/*.svg; do
     *) size=64 ;;
   esac
   rsvg-convert -w "$size" -h "$size" "$source" -o "Icon/$name.png"
+done
+for source in postprocessor/*.svg; do
+  rsvg-convert -w 64 -h 64 "$source" -o "../installation/UserPostProcessor/$(basename "$source" .svg).png"
 done
 {
   printf '<RCC>\n    <qresource prefix="/">\n'

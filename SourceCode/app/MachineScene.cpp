@@ -2,15 +2,20 @@
 
 #include <Inventor/SbString.h>
 #include <Inventor/SbViewportRegion.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/errors/SoReadError.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoShape.h>
 
 #include <algorithm>
 #include <cmath>
+
+#include "app/calc/ViewFit.h"
 
 namespace {
 
@@ -48,6 +53,22 @@ bool isFinite(const SoPerspectiveCamera& camera) {
     return camera.aspectRatio.getValue() > 0 && camera.heightAngle.getValue() > 0;
 }
 
+void addTriangle(void* fit, SoCallbackAction* action, const SoPrimitiveVertex* one,
+                 const SoPrimitiveVertex* two, const SoPrimitiveVertex* three) {
+    for (const SoPrimitiveVertex* corner : {one, two, three}) {
+        SbVec3f inWorld;
+        action->getModelMatrix().multVecMatrix(corner->getPoint(), inWorld);
+        static_cast<ViewFit*>(fit)->add(inWorld);
+    }
+}
+
+/// Every solid that is drawn; marks and texts are no reason to step back.
+void addAllDrawn(SoSeparator* root, ViewFit& fit) {
+    SoCallbackAction action;
+    action.addTriangleCallback(SoShape::getClassTypeId(), addTriangle, &fit);
+    action.apply(root);
+}
+
 }  // namespace
 
 MachineScene::MachineScene(SoSeparator& machine)
@@ -57,10 +78,12 @@ MachineScene::MachineScene(SoSeparator& machine)
     root_->ref();
     root_->addChild(camera_);
     auto* const surroundings = new SoEnvironment;  // owned by the root
-    surroundings->ambientIntensity = 0.3F;
+    surroundings->ambientIntensity = 0.4F;
     root_->addChild(surroundings);
-    addLight(-0.6F, 0.5F, -0.7F, 0.35F);
-    addLight(0.8F, 0.2F, -0.25F, 0.25F);
+    // Beside the light at the camera one from above and a weak one from the right, so that faces of each
+    // direction differ; all three on one white face stay just below full white.
+    addLight(0.15F, 0.25F, -1, 0.5F);
+    addLight(-0.8F, 0.2F, -0.25F, 0.18F);
     root_->addChild(&machine);
     root_->addChild(markers_);
 }
@@ -81,7 +104,7 @@ void MachineScene::addHeadLight() {
     SbVec3f ahead;
     camera_->orientation.getValue().multVec(SbVec3f(0, 0, -1), ahead);
     light->direction = ahead;
-    light->intensity = 0.8F;
+    light->intensity = kHeadLight;
     root_->insertChild(light, 1);
 }
 
@@ -113,10 +136,29 @@ bool MachineScene::setCameraText(const QString& text) {
 }
 
 void MachineScene::viewAll(const SbViewportRegion& viewport) {
-    const SbRotation tilt(SbVec3f(1, 0, 0), 1.2F);
-    const SbRotation turn(SbVec3f(0, 0, 1), 0.6F);
+    const SbRotation tilt(SbVec3f(1, 0, 0), 1.15F);
+    const SbRotation turn(SbVec3f(0, 0, 1), 0.55F);
     camera_->orientation = tilt * turn;
-    camera_->viewAll(root_, viewport, 1.4F);
+    fit(viewport);
+}
+
+void MachineScene::fit(const SbViewportRegion& viewport) {
+    constexpr float kFill = 0.88F;
+    ViewFit view(camera_->orientation.getValue(),
+                 ViewOpening(camera_->heightAngle.getValue(), viewport.getViewportAspectRatio()), kFill);
+    addAllDrawn(root_, view);
+    const std::optional<ViewFit::Place> place = view.place();
+    if (!place)
+        return;
+    camera_->position = place->position;
+    camera_->focalDistance = place->focalDistance;
+    fitClipping(viewport);
+}
+
+bool MachineScene::isAllInSight(float aspect) const {
+    ViewFit view(camera_->orientation.getValue(), ViewOpening(camera_->heightAngle.getValue(), aspect));
+    addAllDrawn(root_, view);
+    return view.isAllSeenFrom(camera_->position.getValue());
 }
 
 void MachineScene::fitClipping(const SbViewportRegion& viewport) {

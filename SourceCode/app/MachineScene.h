@@ -26,11 +26,17 @@ class MachineScene {
     bool setCameraText(const QString& text);
     /// From the front, the right and above, with all of the machine in sight.
     void viewAll(const SbViewportRegion& viewport);
+    /// Moves the camera, without turning it, to where it sees all of the machine and little else.
+    void fit(const SbViewportRegion& viewport);
+    /// True when nothing of the machine is cut off at the edges of a picture of this shape.
+    [[nodiscard]] bool isAllInSight(float aspect) const;
 
     /// Near and far planes around all that is drawn.
     void fitClipping(const SbViewportRegion& viewport);
 
     void addMarker(SoNode* marker);
+    /// How bright the light at the camera is beside those of the scene.
+    static constexpr float kHeadLight = 0.54F;
     /// A light from where the camera stands now, for renderers that have none of their own.
     void addHeadLight();
 

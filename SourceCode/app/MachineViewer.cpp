@@ -5,6 +5,7 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/events/SoMouseButtonEvent.h>
+#include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEventCallback.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -67,6 +68,7 @@ void MachineViewer::viewAll() {
     const QSize area = size() * devicePixelRatioF();
     scene_->viewAll(SbViewportRegion(static_cast<short>(qBound(1, area.width(), 16384)),
                                      static_cast<short>(qBound(1, area.height(), 16384))));
+    fittedPlace_ = scene_->camera()->position.getValue();
 }
 
 // --- viewer ---
@@ -80,6 +82,7 @@ void MachineViewer::makeViewer() {
     viewer_->setFeedbackVisibility(FALSE);
     viewer_->setDecoration(decoration_ ? TRUE : FALSE);
     viewer_->setAntialiasing(TRUE, 1);
+    viewer_->getHeadlight()->intensity = MachineScene::kHeadLight;
     viewer_->setSceneGraph(scene_->root());
     viewer_->getGLWidget()->installEventFilter(this);
     setBackground(background_);
@@ -100,6 +103,9 @@ void MachineViewer::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (viewer_ != nullptr)
         viewer_->getWidget()->resize(size());
+    // The view of all stays one until somebody moves it: the window gets its size only after its start.
+    if (fittedPlace_ && *fittedPlace_ == scene_->camera()->position.getValue())
+        viewAll();
 }
 
 // The first frame of an embedded viewer keeps a wrong size until it is drawn again after its events.

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <Inventor/SbVec3f.h>
+
 #include <QColor>
 #include <QString>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 class QLabel;
 class MachineScene;
@@ -50,4 +53,5 @@ class MachineViewer : public QWidget {
     QLabel* message_;
     QColor background_{230, 235, 240};
     bool decoration_ = false;
+    std::optional<SbVec3f> fittedPlace_;  ///< of the camera after the last viewAll
 };

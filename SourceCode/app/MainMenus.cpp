@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QIcon>
 
+#include "app/calc/MenuMnemonics.h"
 #include "core/LanguageReader.h"
 
 QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>& entries) {
@@ -12,10 +13,16 @@ QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>
     };
     auto* menu = new QMenu(textOf("Title"), parent);  // owned by the parent
     menu->setObjectName(QLatin1String(group));
+    QVector<MenuText> texts;
+    for (const MenuEntry& entry : entries)
+        texts.append({textOf(entry.key), QLatin1String(entry.key)});
+    const QVector<QString> marked = withMnemonics(texts);
+    int row = 0;
     for (const MenuEntry& entry : entries) {
         QAction* action =
-            entry.subMenu == nullptr ? menu->addAction(textOf(entry.key)) : menu->addMenu(entry.subMenu);
-        action->setText(textOf(entry.key));
+            entry.subMenu == nullptr ? menu->addAction(QString()) : menu->addMenu(entry.subMenu);
+        action->setText(marked[row]);
+        action->setToolTip(texts[row++].text);
         action->setObjectName(QLatin1String(entry.key));
         if (entry.icon != nullptr)
             action->setIcon(QIcon(QStringLiteral(":/Icon/") + QLatin1String(entry.icon)));
@@ -28,4 +35,14 @@ QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>
         }
     }
     return menu;
+}
+
+void giveMnemonics(const std::vector<QMenu*>& menus) {
+    QVector<MenuText> titles;
+    for (const QMenu* menu : menus)
+        titles.append({menu->title(), menu->objectName()});
+    const QVector<QString> marked = withMnemonics(titles);
+    int place = 0;
+    for (QMenu* menu : menus)
+        menu->setTitle(marked[place++]);
 }

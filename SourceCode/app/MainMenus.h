@@ -17,4 +17,8 @@ struct MenuEntry {
 };
 
 /// A menu of the group "Tornvale/<group>", titled by its key "Title"; owned by `parent`.
+/// Every entry gets a key of its own to press.
 [[nodiscard]] QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>& entries);
+
+/// The same for the titles of menus that stand side by side on a bar.
+void giveMnemonics(const std::vector<QMenu*>& menus);

@@ -3,7 +3,10 @@
 #include <Inventor/C/glue/gl.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOffscreenRenderer.h>
+#include <Inventor/errors/SoDebugError.h>
 #include <Inventor/nodes/SoSeparator.h>
+
+#include <QDebug>
 
 #include "app/MachineScene.h"
 
@@ -112,11 +115,28 @@ bool useEgl(unsigned int /*width*/, unsigned int /*height*/) {
 
 #endif
 
+/// While it lives the scene library's notes go to the log: it misses a display that nobody needs here.
+class NotesToLog {
+  public:
+    NotesToLog() : handler_(SoDebugError::getHandlerCallback()), data_(SoDebugError::getHandlerData()) {
+        SoDebugError::setHandlerCallback(
+            [](const SoError* error, void*) { qDebug() << error->getDebugString().getString(); }, nullptr);
+    }
+    ~NotesToLog() { SoDebugError::setHandlerCallback(handler_, data_); }
+    NotesToLog(const NotesToLog&) = delete;
+    NotesToLog& operator=(const NotesToLog&) = delete;
+
+  private:
+    SoErrorCB* handler_;
+    void* data_;
+};
+
 }  // namespace
 
 QImage OffscreenRenderer::render(MachineScene& scene, const QSize& size_px, const QColor& background,
                                  QString& problem) {
     constexpr int kFineUpTo_px = 4096;
+    const NotesToLog notes;
     // Drawn larger and scaled down: edges without steps.
     const int fine = qMax(size_px.width(), size_px.height()) * 2 <= kFineUpTo_px ? 2 : 1;
     const QSize drawn = size_px * fine;

@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -15,6 +16,7 @@
 
 #include "app/MachineScene.h"
 #include "app/MachineViewer.h"
+#include "app/ProgressDialog.h"
 #include "app/UserInfoForm.h"
 #include "core/InstallationFolder.h"
 #include "core/LanguageReader.h"
@@ -22,9 +24,13 @@
 #include "core/RecentFiles.h"
 #include "core/UserDialogs.h"
 #include "core/Version.h"
+#include "core/calc/SettingValues.h"
+#include "items/CodePanel.h"
+#include "items/TreeWidgetManager.h"
 #include "machine/MotionNodeManager.h"
 #include "machine/MotionNodeTreeWidget.h"
 #include "machine/readConfig.h"
+#include "nc/myTimer.h"
 #include "tools/ToolData.h"
 #include "tools/ToolManager.h"
 
@@ -33,39 +39,41 @@ namespace {
 constexpr int kOptimal = 0;
 constexpr int kCam = 1;
 
-QTabWidget::TabPosition tabPlace(const QString& name) {
-    if (name == QLatin1String("West"))
-        return QTabWidget::West;
-    if (name == QLatin1String("East"))
-        return QTabWidget::East;
-    if (name == QLatin1String("South"))
-        return QTabWidget::South;
-    return QTabWidget::North;
+QString setting(const char* key) {
+    return ParaReader().value(QLatin1String(key)).toString();
 }
 
-Qt::DockWidgetArea dockArea(int number) {
-    switch (number) {
-        case Qt::RightDockWidgetArea:
-        case Qt::TopDockWidgetArea:
-        case Qt::BottomDockWidgetArea:
-            return static_cast<Qt::DockWidgetArea>(number);
-        default:
-            return Qt::LeftDockWidgetArea;
+QTabWidget::TabPosition tabPlace(TabSide side) {
+    switch (side) {
+        case TabSide::East:
+            return QTabWidget::East;
+        case TabSide::South:
+            return QTabWidget::South;
+        case TabSide::North:
+            return QTabWidget::North;
+        case TabSide::West:
+            break;
     }
+    return QTabWidget::West;
 }
 
-QColor colorOf(const QString& text, const QColor& fallback) {
-    const QStringList parts = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (parts.size() != 3)
-        return fallback;
-    double numbers[3] = {0, 0, 0};
-    for (int i = 0; i < 3; ++i) {
-        bool isNumber = false;
-        numbers[i] = parts[i].toDouble(&isNumber);
-        if (!isNumber || !(numbers[i] >= 0 && numbers[i] <= 1))
-            return fallback;
+Qt::DockWidgetArea dockPlace(DockArea area) {
+    switch (area) {
+        case DockArea::Right:
+            return Qt::RightDockWidgetArea;
+        case DockArea::Top:
+            return Qt::TopDockWidgetArea;
+        case DockArea::Bottom:
+            return Qt::BottomDockWidgetArea;
+        case DockArea::Left:
+            break;
     }
-    return QColor::fromRgbF(numbers[0], numbers[1], numbers[2]);
+    return Qt::LeftDockWidgetArea;
+}
+
+QColor colorOf(const std::array<double, 3>& parts) {
+    return QColor::fromRgbF(qBound(0.0, parts[0], 1.0), qBound(0.0, parts[1], 1.0),
+                            qBound(0.0, parts[2], 1.0));
 }
 
 QScrollArea* scrollable(QWidget* page) {
@@ -99,13 +107,16 @@ Tornvale::Tornvale(const QString& machinePath, QWidget* parent) : QMainWindow(pa
     loadTemplate();
     rememberSaved();
     sharedToolBar_->setVisible(false);
+    programs_->setFocus();
     resize(1280, 800);
 }
 
 Tornvale::~Tornvale() {
     TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
     tools.setParent(nullptr);  // it lives as long as the process
-    delete viewer_;            // the machine's scene goes after what shows it
+    TORNVALE::myTimer::setProgramListener({});
+    delete programs_;  // its paths hang in the machine's scene
+    delete viewer_;    // the machine's scene goes after what shows it
     delete machineTree_;
     if (QWidget* spindles = machine_->spindleStatusWindow())
         spindles->setParent(nullptr);
@@ -164,10 +175,8 @@ void Tornvale::buildDocks() {
 
 void Tornvale::buildViewer() {
     viewer_ = new MachineViewer(*machine_->root(), stack_);  // owned by the stack
-    const ParaReader settings;
-    viewer_->setDecoration(settings.isTrue(QStringLiteral("MainInterface/IsShow3DViewerDecoration")));
-    viewer_->setBackground(colorOf(settings.value(QStringLiteral("MainInterface/BackGroundColor")).toString(),
-                                   viewer_->background()));
+    viewer_->setDecoration(ParaReader().isTrue(QStringLiteral("MainInterface/IsShow3DViewerDecoration")));
+    viewer_->setBackground(colorOf(backgroundColour(setting("MainInterface/BackGroundColor"))));
     stack_->addWidget(viewer_);
     viewer_->viewAll();
     loadCamera();
@@ -175,13 +184,15 @@ void Tornvale::buildViewer() {
 
 void Tornvale::buildTabs() {
     tabs_ = new QTabWidget(programDock_);  // owned by the dock
-    tabs_->setTabPosition(
-        tabPlace(ParaReader().value(QStringLiteral("MainInterface/TabPosition")).toString()));
+    tabs_->setTabPosition(tabPlace(tabSide(setting("MainInterface/TabPosition"))));
     const auto addPage = [this](QWidget* page, const char* key) {
         page->setObjectName(QLatin1String(key));
         tabs_->addTab(page, windowText("TabTitle", key));
     };
-    addPage(&TORNVALE::ToolsManager::instance(), "ToolManager");
+    buildPrograms();
+    tabs_->addTab(programs_, windowText("TabTitle", "IsoCodeTreeWidget"));  // keeps the name of its document
+    if (!ParaReader().isNewToolDialog())
+        addPage(&TORNVALE::ToolsManager::instance(), "ToolManager");
     machineTree_ = new MotionNodeTreeWidget(*machine_, tabs_);  // owned by the tabs
     addPage(machineTree_, "NodeTreeWidget");
     QWidget* spindles = machine_->spindleStatusWindow();
@@ -225,6 +236,20 @@ void Tornvale::buildStatusBar() {
             });
 }
 
+/// At first the program dock takes a third of the screen, whatever its pages would like to have.
+void Tornvale::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (isDockSized_)
+        return;
+    isDockSized_ = true;
+    constexpr int kNarrowest_px = 400;
+    constexpr int kWidest_px = 640;
+    const int third = screen()->availableGeometry().width() / 3;
+    const int width = qBound(kNarrowest_px, third, kWidest_px);
+    resizeDocks({programDock_, codeDock_}, {width, width}, Qt::Horizontal);
+    resizeDocks({programDock_, codeDock_}, {2 * height() / 3, height() / 3}, Qt::Vertical);
+}
+
 /// Everything around the centre is taken out and put in again, in its order.
 void Tornvale::updateLayout() {
     for (QToolBar* bar : findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly))
@@ -237,9 +262,10 @@ void Tornvale::updateLayout() {
     }
     addToolBar(Qt::RightToolBarArea, sharedToolBar_);
     sharedToolBar_->show();
-    constexpr int kLeft = Qt::LeftDockWidgetArea;
-    addDockWidget(dockArea(ParaReader().integer(QStringLiteral("MainInterface/DockWidgetArea"), kLeft)),
-                  programDock_);
+    addDockWidget(dockPlace(dockArea(setting("MainInterface/DockWidgetArea"))), programDock_);
     programDock_->show();
+    addDockWidget(dockWidgetArea(programDock_), codeDock_);
+    splitDockWidget(programDock_, codeDock_, Qt::Vertical);
+    codeDock_->show();
     setAdmin(false);
 }

@@ -7,16 +7,26 @@
 #include <memory>
 
 #include "app/calc/ProjectDocument.h"
+#include "items/TreeSnapshot.h"
 
+class CodePanel;
 class MachineViewer;
 class MotionNodeManager;
 class MotionNodeTreeWidget;
 class QDockWidget;
+class ProgressDialog;
 class QLabel;
+class QMenu;
 class QStackedWidget;
 class QTabWidget;
 class RecentFiles;
+class RecoveryFile;
+class TreeWidgetManager;
 class UserInfoForm;
+
+namespace TORNVALE {
+class CodeManagerItem;
+}
 
 /// The main window: the machine in its 3D view, the tabs beside it, the menus, and the job's document.
 class Tornvale : public QMainWindow {
@@ -37,9 +47,12 @@ class Tornvale : public QMainWindow {
     bool SaveFile();
     void NewFile();
 
+    /// Asks whether a job that a crash has left is to be opened.
+    void offerRecovery();
     /// A sample program of the installation becomes a dense program on the machine, ready in the playback.
     bool loadDemonstration(const QString& program);
 
+    [[nodiscard]] TreeWidgetManager& programs() const { return *programs_; }
     [[nodiscard]] MotionNodeManager& machine() const { return *machine_; }
     [[nodiscard]] MachineViewer& viewer() const { return *viewer_; }
     [[nodiscard]] const QString& documentPath() const { return documentPath_; }
@@ -47,6 +60,7 @@ class Tornvale : public QMainWindow {
     [[nodiscard]] int mode() const { return mode_; }
 
   protected:
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -83,23 +97,38 @@ class Tornvale : public QMainWindow {
     void saveCamera();
     void loadCamera();
     void restart();
+    // TornvalePrograms.cpp
+    void buildPrograms();
+    void buildCodeDock();
+    void showCode(TORNVALE::CodeManagerItem* item);
+    void showPlayed(const QString& text);
+    void addHistoryActions(QMenu& menu);
     // TornvaleProject.cpp
     [[nodiscard]] ProjectDocument document() const;
-    void LoadDocument(const ProjectDocument& document);
+    /// False when the user has stopped it.
+    bool LoadDocument(const ProjectDocument& document);
     void clearState();
     void loadTemplate();
     void showName(const QString& name);
     void closeFreeWindows();
     /// False when the user wants to go on with the job as it is.
     bool letGoOfChanges();
-    [[nodiscard]] QByteArray changeMark() const;
-    void rememberSaved() { savedMark_ = changeMark(); }
+    /// What a save would keep, apart from its time and from where the machine happens to stand.
+    struct ChangeMark {
+        QByteArray document;
+        TORNVALE::TreeSnapshot programs;
+    };
+    [[nodiscard]] ChangeMark changeMark() const;
+    [[nodiscard]] bool isChanged() const;
+    /// The job as it stands is safe.
+    void rememberSaved();
+    void LoadOldVersion();
 
     QElapsedTimer sinceStart_;
     int mode_ = 0;
+    bool isDockSized_ = false;
     QString documentPath_;
-    QByteArray savedMark_;
-    QJsonObject programs_;  ///< of the document, kept as it came
+    ChangeMark savedMark_;
     std::unique_ptr<MotionNodeManager> machine_;
     QStackedWidget* stack_ = nullptr;
     QToolBar* sharedToolBar_ = nullptr;
@@ -110,6 +139,12 @@ class Tornvale : public QMainWindow {
     QDockWidget* operationDock_ = nullptr;
     MachineViewer* viewer_ = nullptr;
     QTabWidget* tabs_ = nullptr;
+    TreeWidgetManager* programs_ = nullptr;
+    std::unique_ptr<ProgressDialog> progress_;
+    RecoveryFile* recovery_ = nullptr;
+    QDockWidget* codeDock_ = nullptr;
+    CodePanel* codePanel_ = nullptr;
+    bool codeIsPlayed_ = false;  ///< the panel shows what the playback runs
     MotionNodeTreeWidget* machineTree_ = nullptr;
     UserInfoForm* userInfo_ = nullptr;
     RecentFiles* recentFiles_ = nullptr;

@@ -59,20 +59,27 @@ bool isMachineFile(const QString& path) {
 
 template <typename Window>
 void showFree(QWidget* parent) {
-    auto* window = new Window(parent);  // owned by the parent, deleted when it is closed
-    window->setWindowFlag(Qt::Window);
+    auto* window = new Window(parent);   // owned by the parent, deleted when it is closed
+    window->setWindowFlags(Qt::Dialog);  // placed over the window that it belongs to
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();
+}
+
+/// Not every desktop has a key for this command.
+QKeySequence saveAsKey() {
+    const QKeySequence key(QKeySequence::SaveAs);
+    return key.isEmpty() ? QKeySequence(QStringLiteral("Ctrl+Shift+S")) : key;
 }
 
 }  // namespace
 
 void Tornvale::buildMenus() {
-    menuBar()->addMenu(fileMenu());
-    menuBar()->addMenu(settingMenu());
-    menuBar()->addMenu(operationMenu());
-    menuBar()->addMenu(aboutMenu());
+    std::vector<QMenu*> menus{fileMenu(), settingMenu(), operationMenu(), aboutMenu()};
+    for (QMenu* menu : menus)
+        menuBar()->addMenu(menu);
     debugMenu_ = debugMenu();
+    menus.push_back(debugMenu_);
+    giveMnemonics(menus);
     mainToolBar_ = new QToolBar(this);  // owned by this window
     mainToolBar_->setObjectName(QStringLiteral("MainToolBar"));
     for (const char* key : {"New", "Open", "Save", "Playback"}) {
@@ -91,12 +98,13 @@ QMenu* Tornvale::fileMenu() {
                     {{"New", "new.png", QKeySequence::New, [this] { NewFile(); }},
                      {"Open", "open.png", QKeySequence::Open, [this] { OpenFile({}); }},
                      {"Save", "save.png", QKeySequence::Save, [this] { SaveFile(); }},
-                     {"SaveAs", "saveas.png", QKeySequence::SaveAs,
+                     {"SaveAs", "saveas.png", saveAsKey(),
                       [this] {
                           const QString before = std::exchange(documentPath_, QString());
                           if (!SaveFile())
                               documentPath_ = before;
                       }},
+                     {"ImportOldVersion", "import.png", {}, [this] { LoadOldVersion(); }},
                      {"RecentFile", nullptr, {}, nullptr, recentFiles_->menu()},
                      {"Quit", nullptr, QKeySequence::Quit, [this] { close(); }}});
 }
@@ -111,9 +119,15 @@ QMenu* Tornvale::settingMenu() {
 }
 
 QMenu* Tornvale::operationMenu() {
-    return makeMenu(menuBar(), "OperationMenu",
-                    {{"Playback", "play.png", {}, [this] { showPlayback(); }},
-                     {"ToolManagerButton", "Tools.png", {}, [this] { showTools(); }}});
+    QMenu* menu = makeMenu(menuBar(), "OperationMenu",
+                           {{"Playback", "play.png", {}, [this] { showPlayback(); }},
+                            {"ToolManagerButton", "Tools.png", {}, [this] { showTools(); }}});
+    addHistoryActions(*menu);
+    QAction* code = codeDock_->toggleViewAction();
+    code->setText(windowText("", "CodeDockWidget"));
+    code->setIcon(QIcon(QStringLiteral(":/Icon/iso.png")));
+    menu->addAction(code);
+    return menu;
 }
 
 QMenu* Tornvale::aboutMenu() {
@@ -143,9 +157,17 @@ void Tornvale::showPlayback() {
 }
 
 void Tornvale::showTools() {
-    tabs_->setCurrentWidget(&TORNVALE::ToolsManager::instance());
-    programDock_->show();
-    TORNVALE::ToolsManager::instance().treeWidget()->setFocus();
+    TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
+    if (tabs_->indexOf(&tools) >= 0) {
+        tabs_->setCurrentWidget(&tools);
+        programDock_->show();
+    } else {  // a window of its own, by the settings
+        tools.setWindowFlag(Qt::Window);
+        tools.show();
+        tools.raise();
+        tools.activateWindow();
+    }
+    tools.treeWidget()->setFocus();
 }
 
 // --- settings ---
@@ -206,6 +228,7 @@ void Tornvale::setAdmin(bool on) {
         menuBar()->removeAction(debugMenu_->menuAction());
     debugToolBar_->setVisible(on);
     tabs_->setTabVisible(tabs_->indexOf(machineTree_), on);
+    tabs_->setTabEnabled(tabs_->indexOf(machineTree_), on);  // the wheel would find it while it is hidden
     if (auto* action = menuBar()->findChild<QAction*>(QStringLiteral("Admin")))
         action->setChecked(on);
 }

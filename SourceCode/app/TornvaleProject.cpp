@@ -11,6 +11,7 @@
 
 #include "app/Demonstration.h"
 #include "app/ProjectFile.h"
+#include "app/RecoveryFile.h"
 #include "app/Tornvale.h"
 #include "app/UserInfoForm.h"
 #include "core/InstallationFolder.h"
@@ -19,6 +20,8 @@
 #include "core/UserDialogs.h"
 #include "core/Version.h"
 #include "core/calc/VersionText.h"
+#include "items/TreeWidgetManager.h"
+#include "items/UserTopItemManager.h"
 #include "machine/MotionNodeManager.h"
 #include "machine/SpindleClass.h"
 #include "nc/myTimer.h"
@@ -63,22 +66,32 @@ ProjectDocument Tornvale::document() const {
     project.head = userInfo_->head();
     project.toolList = installedToolList();
     project.machine = machine_->toJson();
-    project.tree = programs_;
+    project.tree = programs_->Get();
     return project;
 }
 
-/// What a save would keep, apart from its time and from where the machine happens to stand.
-QByteArray Tornvale::changeMark() const {
-    ProjectDocument project = document();
+Tornvale::ChangeMark Tornvale::changeMark() const {
+    ProjectDocument project;
+    project.head = userInfo_->head();
     project.head.dateTime.clear();
-    project.machine = {};
+    project.toolList = installedToolList();
     for (const WorkCoordinateSystem* zone : machine_->workCoordinateSystems())
         project.machine.insert(zone->displayName(), zone->toJson());
-    return writeProject(project, {});
+    return {writeProject(project, {}), TORNVALE::takeSnapshot(programs_->root())};
+}
+
+bool Tornvale::isChanged() const {
+    const ChangeMark now = changeMark();
+    return now.document != savedMark_.document || !TORNVALE::sameSnapshot(now.programs, savedMark_.programs);
+}
+
+void Tornvale::rememberSaved() {
+    savedMark_ = changeMark();
+    recovery_->remove();
 }
 
 bool Tornvale::letGoOfChanges() {
-    if (changeMark() == savedMark_)
+    if (!isChanged())
         return true;
     switch (
         userDialogs().askToSave(windowText("NewFile", "Title"), windowText("NewFile", "SaveAsked"), this)) {
@@ -159,7 +172,13 @@ bool Tornvale::OpenFile(const QString& path) {
     }
     showName(QFileInfo(chosen).completeBaseName());
     qInfo().noquote() << windowText("OpenFile", "State1");
-    LoadDocument(*project);
+    if (!LoadDocument(*project)) {
+        // Stopped by the user: half a job is none.
+        clearState();
+        showName(applicationVersion());
+        rememberSaved();
+        return false;
+    }
     qInfo().noquote() << windowText("OpenFile", "State2");
     documentPath_ = chosen;
     recentFiles_->add(chosen);
@@ -167,25 +186,50 @@ bool Tornvale::OpenFile(const QString& path) {
     return true;
 }
 
-void Tornvale::LoadDocument(const ProjectDocument& project) {
+bool Tornvale::LoadDocument(const ProjectDocument& project) {
     userInfo_->setHead(project.head);
     TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
     tools.loadFromProject(project.toolList);
     machine_->fromJson(project.machine, project.isLegacy);
-    programs_ = project.tree;
+    const bool isComplete = programs_->Set(project.tree, project.isLegacy);
     machine_->UpdateToolList(tools.installedTools());
+    return isComplete;
+}
+
+void Tornvale::LoadOldVersion() {
+    const QString title = windowText("LoadOldVersion", "Title");
+    const QString path =
+        userDialogs().openFile(title, defaultFolder(), QStringLiteral("tornvale files(*.tornvale)"));
+    if (path.isEmpty() || !letGoOfChanges())
+        return;
+    QByteArray content;
+    const std::optional<ProjectDocument> project =
+        ProjectFile::read(path, content) ? readProject(content) : std::nullopt;
+    if (!project) {
+        userDialogs().tell(Kind::Warning, title,
+                           windowText("LoadOldVersion", "Failed") + QLatin1Char('\n') + path, this);
+        return;
+    }
+    clearState();
+    documentPath_.clear();
+    showName(QFileInfo(path).completeBaseName());
+    if (LoadDocument(*project))
+        userDialogs().tell(Kind::Information, title, windowText("LoadOldVersion", "Sucessful"), this);
+    else
+        clearState();
 }
 
 void Tornvale::clearState() {
     userInfo_->clear();
-    programs_ = {};
+    programs_->clearAll();
     machine_->resetMachine(true, true);
     TORNVALE::ToolsManager::instance().removeInstalledTools();
 }
 
 void Tornvale::NewFile() {
-    if (userDialogs().ask(windowText("NewFile", "Title"), windowText("NewFile", "SaveAsked"), this) &&
-        !SaveFile())
+    const std::optional<bool> save =
+        userDialogs().askOrCancel(windowText("NewFile", "Title"), windowText("NewFile", "SaveAsked"), this);
+    if (!save || (*save && !SaveFile()))
         return;
     closeFreeWindows();
     clearState();
@@ -227,6 +271,9 @@ bool Tornvale::loadDemonstration(const QString& program) {
         if (const auto* tool = dynamic_cast<ToolData*>(library->child(i)))
             tools.addTool(new ToolData(*tool), tools.installedRoot());  // owned by its row
     }
+    tools.treeWidget()->clearSelection();
+    tools.treeWidget()->setCurrentItem(tools.libraryRoot(), 0, QItemSelectionModel::NoUpdate);
+    tools.treeWidget()->scrollToTop();
     if (const ToolData* tool = tools.findTool(kTool, tools.installedRoot())) {
         if (SpindleNode* spindle = machine_->findSpindle(tool->record().spindleNo))
             spindle->setTool(*tool);
@@ -262,6 +309,9 @@ void Tornvale::dropEvent(QDropEvent* event) {
 void Tornvale::closeFreeWindows() {
     TORNVALE::myTimer::closeIfOpen();
     ToolEditor::release(nullptr);
+    TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
+    if (tools.isWindow())
+        tools.close();
 }
 
 void Tornvale::closeEvent(QCloseEvent* event) {
@@ -270,6 +320,7 @@ void Tornvale::closeEvent(QCloseEvent* event) {
         return;
     }
     closeFreeWindows();
+    recovery_->remove();
     TORNVALE::ToolsManager::instance().save();
     QMainWindow::closeEvent(event);
 }

@@ -37,6 +37,11 @@ QLineEdit* UserInfoForm::addField(QFormLayout& form, const char* key, bool readO
     auto* edit = new QLineEdit(this);  // owned by this widget
     edit->setObjectName(QString::fromLatin1(key));
     edit->setReadOnly(readOnly);
+    if (readOnly) {  // told apart from what can be typed into
+        QPalette shaded = edit->palette();
+        shaded.setColor(QPalette::Base, shaded.color(QPalette::Window));
+        edit->setPalette(shaded);
+    }
     form.addRow(textOf(key), edit);
     return edit;
 }

@@ -1,9 +1,13 @@
 # What is drawn of the machine, and the window's 3D view.
+tornvale_add_library(tornvale_viewer_calc
+  calc/ViewFit.cpp calc/ViewFit.h)
+target_link_libraries(tornvale_viewer_calc PUBLIC Coin::Coin)
+
 tornvale_add_library(tornvale_viewer
   MachineScene.cpp MachineScene.h
   MachineViewer.cpp MachineViewer.h
   OffscreenRenderer.cpp OffscreenRenderer.h)
-target_link_libraries(tornvale_viewer PUBLIC tornvale_motion SoQt::SoQt)
+target_link_libraries(tornvale_viewer PUBLIC tornvale_viewer_calc tornvale_motion SoQt::SoQt)
 
 find_package(OpenGL QUIET COMPONENTS EGL)
 if(TARGET OpenGL::EGL)

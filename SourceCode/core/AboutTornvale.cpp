@@ -6,6 +6,7 @@
 
 #include "core/ParaReader.h"
 #include "core/Version.h"
+#include "core/WindowKeys.h"
 
 QString AboutTornvale::text(const QString& language) {
     if (language == QLatin1String("English")) {
@@ -40,4 +41,6 @@ AboutTornvale::AboutTornvale(QWidget* parent) : QWidget(parent, Qt::Window) {
     words->setAlignment(Qt::AlignCenter);
     words->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column->addWidget(words);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    closeOnEscape(*this);
 }

@@ -48,6 +48,7 @@ void RecentFiles::rebuildMenu() {
         QAction* action = menu_.addAction(recentPathText(i + 1, path));
         connect(action, &QAction::triggered, this, [this, path] { Q_EMIT fileChosen(path); });
     }
+    menu_.menuAction()->setEnabled(!existing.isEmpty());
 }
 
 void RecentFiles::store(const QStringList& paths) const {

@@ -15,6 +15,7 @@
 #include "core/LanguageReader.h"
 #include "core/MessageHandler.h"
 #include "core/ParaReader.h"
+#include "core/QtTexts.h"
 #include "core/Restart.h"
 #include "core/SingleInstanceGuard.h"
 #include "core/UserDialogs.h"
@@ -116,6 +117,7 @@ int runWindow(int argc, char** argv) {
     window.show();
     window.showMaximized();
     splash.finish(&window);
+    window.offerRecovery();
     openProjectArgument(window, argc, argv);
     startDemonstration(window);
     return QApplication::exec();
@@ -129,6 +131,7 @@ int runApplication(int argc, char** argv, QString& program) {
     const QApplication application(argc, argv);
     program = QCoreApplication::applicationFilePath();
     TORNVALE::LanguageReader::instance();
+    const QtTexts qtTexts(ParaReader().value(QStringLiteral("MainInterface/Language")).toString());
     SingleInstanceGuard guard(mainText("Title"));
     if (!isOnlyInstance(guard)) {
         tellRefusal("SingleInstanceGuardErrorMsg");

@@ -21,6 +21,19 @@ class QtUserDialogs final : public UserDialogs {
                                      QMessageBox::No) == QMessageBox::Yes;
     }
 
+    std::optional<bool> askOrCancel(const QString& title, const QString& text, QWidget* parent) override {
+        switch (QMessageBox::question(parent, title, text,
+                                      QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                                      QMessageBox::Yes)) {
+            case QMessageBox::Yes:
+                return true;
+            case QMessageBox::No:
+                return false;
+            default:
+                return std::nullopt;
+        }
+    }
+
     std::optional<QString> chooseItem(const QString& title, const QString& label,
                                       const QStringList& items) override {
         bool accepted = false;

@@ -19,6 +19,11 @@ class UserDialogs {
     virtual void tell(Kind kind, const QString& title, const QString& text, QWidget* parent = nullptr) = 0;
     /// Yes or No; without a user the answer is No, the one that changes nothing.
     [[nodiscard]] virtual bool ask(const QString& title, const QString& text, QWidget* parent = nullptr) = 0;
+    /// Yes or No, for a question that can also be given up: nothing then, and nothing may happen.
+    [[nodiscard]] virtual std::optional<bool> askOrCancel(const QString& title, const QString& text,
+                                                          QWidget* parent = nullptr) {
+        return ask(title, text, parent);
+    }
     /// One of `items`; nothing when cancelled. An empty list gives an empty text.
     [[nodiscard]] virtual std::optional<QString> chooseItem(const QString& title, const QString& label,
                                                             const QStringList& items) = 0;

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -17,6 +18,7 @@
 #include "core/LanguageReader.h"
 #include "core/ParaReader.h"
 #include "core/UserDialogs.h"
+#include "core/WindowKeys.h"
 #include "machine/AxisBase.h"
 
 namespace {
@@ -42,6 +44,7 @@ int sliderTicks(double value, double step) {
 }
 
 AxisPanel::AxisPanel(AxisBase& axis) : axis_(axis) {
+    closeOnEscape(*this);
     auto* layout = new QVBoxLayout(this);  // owned by this widget
     addOperations(*layout);
     addVisibility(*layout);
@@ -59,8 +62,12 @@ void AxisPanel::addOperations(QBoxLayout& layout) {
     translate->setChecked(true);
     auto* accept = addButton<QPushButton>(*column, "AcceptButton");
     connect(accept, &QPushButton::clicked, this, [this, translate] {
-        if (translate->isChecked())
-            axis_.manualWindow()->show();
+        if (!translate->isChecked())
+            return;
+        QWidget* const window = axis_.manualWindow();
+        window->show();
+        window->raise();
+        window->activateWindow();
     });
 }
 
@@ -87,9 +94,13 @@ AxisManualWindow::AxisManualWindow(AxisBase& axis)
       value_(new QLineEdit) {                // owned by this widget through the layout
     constexpr int kValueWidth = 60;
     setObjectName(QStringLiteral("ManualTranslation"));
+    closeOnEscape(*this);
     setWindowTitle(textOf("ManualTranslation").arg(axis.name()));
     auto* layout = new QHBoxLayout(this);  // owned by this widget
+    constexpr int kSliderWidth = 240;
+    setWindowIcon(QIcon(QStringLiteral(":/Icon/Logo.png")));
     slider_->setObjectName(QStringLiteral("ValueSlider"));
+    slider_->setMinimumWidth(kSliderWidth);
     layout->addWidget(slider_);
     layout->addWidget(new QLabel(textOf("Value")));  // owned by this widget
     value_->setObjectName(QStringLiteral("Value"));

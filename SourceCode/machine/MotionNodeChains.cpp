@@ -1,6 +1,7 @@
 #include <QDebug>
 #include <QElapsedTimer>
 #include <QFormLayout>
+#include <QVBoxLayout>
 #include <cstdlib>
 
 #include "core/LanguageReader.h"
@@ -107,18 +108,18 @@ void MotionNodeManager::buildSpindleStatusWindow() {
     QSet<const QWidget*> placed;
     for (SpindleNode* spindle : spindles()) {
         SpindleNode* const partner = spindle->coaxialPartner();
-        QVector<QWidget*> row;
+        auto* row = new QVBoxLayout;  // owned by the form
         for (SpindleNode* member : {spindle, partner}) {
             QWidget* const status = member == nullptr ? nullptr : member->statusWidget();
             if (status != nullptr && !placed.contains(status)) {
                 placed.insert(status);
-                row.append(status);
+                row->addWidget(status);
             }
         }
-        if (row.size() > 1)
-            form->addRow(row[0], row[1]);
-        else if (!row.isEmpty())
-            form->addRow(row[0]);
+        if (row->count() == 0)
+            delete row;
+        else
+            form->addRow(row);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "machine/MotionNodeTreeWidget.h"
 
 #include <QHeaderView>
+#include <QIcon>
 #include <QMenu>
 #include <QStyleFactory>
 
@@ -81,6 +82,9 @@ void MotionNodeTreeWidget::openNode(QTreeWidgetItem* item) {
         return;  // it stands in some other window already
     window->setWindowFlags(Qt::Tool);
     window->setWindowTitle(path.join(QStringLiteral("->")));
+    window->setWindowIcon(QIcon(QStringLiteral(":/Icon/Logo.png")));
+    window->move(mapToGlobal(QPoint(width(), 0)));  // beside the tree
     window->show();
     window->raise();
+    window->activateWindow();
 }

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "core/LanguageReader.h"
+#include "core/WindowKeys.h"
 #include "machine/calc/SpindleRecord.h"
 #include "tools/calc/ToolRecord.h"
 
@@ -18,6 +19,7 @@ QString textOf(const char* key) {
 }  // namespace
 
 SpindlePanel::SpindlePanel(QWidget* parent) : QWidget(parent) {
+    closeOnEscape(*this);
     auto* layout = new QVBoxLayout(this);  // owned by this widget
     auto* form = new QFormLayout;          // owned by the layout
     layout->addLayout(form);

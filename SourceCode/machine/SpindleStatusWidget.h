@@ -2,11 +2,13 @@
 
 #include <QWidget>
 
+class QLabel;
 class QLineEdit;
 class breathingLight;
 
 /// One spindle's state in a row: name, number, tool number, tool length, tool diameter and speed, read only,
-/// then the lamp. The edits' object names are their language keys of group "SpindleStatusWidget".
+/// then the lamp, each below its caption. The edits' object names are their language keys of group
+/// "SpindleStatusWidget".
 class SpindleStatusWidget : public QWidget {
     Q_OBJECT
   public:
@@ -22,6 +24,7 @@ class SpindleStatusWidget : public QWidget {
     [[nodiscard]] breathingLight* lamp() const { return lamp_; }
 
   private:
+    QLabel* addCaption(const char* key, int column);
     QLineEdit* addEdit(const char* key);
     QLineEdit* name_;
     QLineEdit* id_;

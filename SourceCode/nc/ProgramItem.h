@@ -4,6 +4,8 @@
 #include <QString>
 #include <memory>
 
+#include "core/calc/WayPoint.h"
+
 class FormatItems;
 class ToolData;
 class trajNode;
@@ -41,6 +43,9 @@ class ProgramItem {
     [[nodiscard]] virtual const QString& IsoCode() const = 0;   ///< machine axes, one line a period
     [[nodiscard]] virtual const QString& WorkCode() const = 0;  ///< work coordinates, as generated
 
+    /// From machine axes to where the tool's tip is in the frame of the item's user coordinate system; the
+    /// path in the scene goes through it. By default the points are that already.
+    virtual void toScene(WayPoints& /*points*/) const {}
     /// What stands for the item in the scene beside its path; nullptr for kinds that have none.
     [[nodiscard]] virtual const HoleShape* holeShape() const { return nullptr; }
     [[nodiscard]] virtual const RectangleShape* rectangleShape() const { return nullptr; }

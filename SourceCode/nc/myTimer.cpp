@@ -24,6 +24,7 @@ constexpr int kDelayedLines = 10;  // a delay then jumps this far ahead
 constexpr int kStepAfterReset = 2;
 
 int currentIndex = 0;  // of the process, shared by every window
+std::function<void(const QString&)> programListener;
 QPointer<TORNVALE::myTimer> theWindow;
 
 QString textOf(const char* key) {
@@ -255,6 +256,16 @@ void myTimer::SetAnimationText(const QString& text) {
     currentIndex = 0;
     slider_->setRange(0, qMax(0, lines_.size() - 1));
     slider_->setValue(0);
+    if (programListener)
+        programListener(text);
+}
+
+bool myTimer::isAnyPlaying() {
+    return !theWindow.isNull() && theWindow->isPlaying();
+}
+
+void myTimer::setProgramListener(std::function<void(const QString& text)> listener) {
+    programListener = std::move(listener);
 }
 
 bool myTimer::delayAt(const QString& line) const {

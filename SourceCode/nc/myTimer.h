@@ -6,6 +6,7 @@
 #include <QSlider>
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 
 #include "machine/PlaybackStop.h"
 
@@ -53,6 +54,10 @@ class myTimer : public QWidget, public PlaybackStop {
     [[nodiscard]] static int currentLine();
     [[nodiscard]] int step() const { return step_; }
     [[nodiscard]] bool isPlaying() const;
+    /// Whether the process-wide window plays just now.
+    [[nodiscard]] static bool isAnyPlaying();
+    /// Told of each new program of any playback window; an empty function ends that.
+    static void setProgramListener(std::function<void(const QString& text)> listener);
 
     [[nodiscard]] bool stopOnContact() const override;
     void stop() override;

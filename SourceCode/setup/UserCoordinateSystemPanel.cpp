@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "core/LanguageReader.h"
+#include "core/WindowKeys.h"
 #include "geometry/modelNode.h"
 #include "setup/userCoordinateSystem.h"
 
@@ -29,6 +30,7 @@ QPushButton* addButton(QBoxLayout& layout, const char* key) {
 
 UserCoordinateSystemPanel::UserCoordinateSystemPanel(userCoordinateSystem& system) : system_(system) {
     setWindowTitle(textOf("Title"));
+    closeOnEscape(*this);
     auto* layout = new QVBoxLayout(this);  // owned by this widget
     addOffset(*layout);
     addWorkPieces(*layout);

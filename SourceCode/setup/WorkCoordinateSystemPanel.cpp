@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "core/LanguageReader.h"
+#include "core/WindowKeys.h"
 #include "setup/WorkCoordinateSystem.h"
 #include "setup/userCoordinateSystem.h"
 
@@ -20,6 +21,7 @@ QString textOf(const char* key) {
 WorkCoordinateSystemPanel::WorkCoordinateSystemPanel(WorkCoordinateSystem& zone)
     : zone_(zone), systems_(new QComboBox) {  // owned by this widget through the layout
     setWindowTitle(textOf("Title"));
+    closeOnEscape(*this);
     auto* layout = new QVBoxLayout(this);  // owned by this widget
     const auto addButton = [layout](const char* key) {
         auto* button = new QPushButton(textOf(key));  // owned by this widget

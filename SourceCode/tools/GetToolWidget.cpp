@@ -4,6 +4,7 @@
 #include <QIcon>
 
 #include "core/LanguageReader.h"
+#include "core/WindowKeys.h"
 #include "tools/ToolData.h"
 #include "tools/ToolManager.h"
 
@@ -29,6 +30,7 @@ GetToolWidget::GetToolWidget(QWidget* parent)
     row->addWidget(tools_, 1);
     row->addWidget(accept_);
     connect(accept_, &QPushButton::clicked, this, &GetToolWidget::accept);
+    closeOnEscape(*this);
     refresh();
 }
 

@@ -14,6 +14,7 @@
 
 #include "core/LanguageReader.h"
 #include "core/UserDialogs.h"
+#include "core/WindowKeys.h"
 #include "machine/readConfig.h"
 #include "tools/ChainSawLibrary.h"
 #include "tools/CheckRpmReverse.h"
@@ -84,6 +85,7 @@ ToolEditor::ToolEditor(QWidget* parent) : QWidget(parent), form_(std::make_uniqu
     for (const char* key : {"EndMillingSawBlades", "BallEnd", "UserTool", "ChainSaw"})
         form_->type->addItem(language.text(QStringLiteral("ToolData"), QLatin1String(key)));
     form_->direction->addItems({ToolEditorForm::text("CW"), ToolEditorForm::text("CCW")});
+    closeOnEscape(*this);
     connectInputs();
     typeChanged(form_->type->currentIndex());
 }

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <vector>
 
 #include "core/LanguageReader.h"
 #include "tools/ToolContourPicture.h"
@@ -94,6 +95,19 @@ void ToolEditorForm::placeAll(QWidget& window) const {
     grid->addWidget(accept, 1, 1, Qt::AlignRight);
     grid->setColumnStretch(1, 1);
     accept->setMinimumWidth(120);
+    setTabOrder();
+}
+
+/// As the eye goes: down the left column, then the right one.
+void ToolEditorForm::setTabOrder() const {
+    std::vector<QWidget*> order{index,  spindle,     toolNo, rpm,          diameter,  handleDiameter,
+                                length, bladeLength, type,   chainSawType, direction, annotation};
+    order.insert(order.end(), transform.begin(), transform.end());
+    for (QWidget* input :
+         std::initializer_list<QWidget*>{importPicture, removePicture, contour, updateContour, accept})
+        order.push_back(input);
+    for (std::size_t i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
 }
 
 QWidget* ToolEditorForm::valueGrid(QWidget& window) const {
@@ -141,7 +155,8 @@ QWidget* ToolEditorForm::transformBox(QWidget& window) const {
 
 QWidget* ToolEditorForm::contourBox(QWidget& window) const {
     auto* group = new QGroupBox(text("ContourPoint"), &window);  // owned by the window
-    auto* column = new QVBoxLayout(group);                       // owned by the group
+    contour->setTabChangesFocus(true);
+    auto* column = new QVBoxLayout(group);  // owned by the group
     column->addWidget(contour, 1);
     auto* row = new QHBoxLayout;  // owned by the column
     row->addWidget(updateContour);
@@ -162,6 +177,7 @@ QWidget* ToolEditorForm::pictureBox(QWidget& window) const {
     buttons->addWidget(removePicture);
     buttons->addStretch();
     row->addLayout(buttons);
+    group->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     return group;
 }
 

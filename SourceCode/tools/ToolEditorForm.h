@@ -50,6 +50,7 @@ struct ToolEditorForm {
 
   private:
     void placeAll(QWidget& window) const;
+    void setTabOrder() const;
     [[nodiscard]] QWidget* valueGrid(QWidget& window) const;
     [[nodiscard]] QWidget* transformBox(QWidget& window) const;
     [[nodiscard]] QWidget* contourBox(QWidget& window) const;

@@ -9,6 +9,7 @@
 
 #include "core/InstallationFolder.h"
 #include "core/LanguageReader.h"
+#include "core/WindowKeys.h"
 #include "tools/ToolData.h"
 #include "tools/ToolEditor.h"
 #include "tools/ToolManager.h"
@@ -36,6 +37,7 @@ ToolsManager::ToolsManager(QWidget* parent)
     setWindowTitle(text("Title"));
     setWindowIcon(QIcon(QStringLiteral(":/Icon/Tools.png")));
     resize(800, 600);
+    closeOnEscape(*this);
     buildWindow();
     LoadingLocalTools();
 }
@@ -59,7 +61,7 @@ void ToolsManager::buildWindow() {
     installedRoot_ = treeWidget_->addRoot(text("InstalledToolManager"));
     installedRoot_->setFlags(installedRoot_->flags() & ~Qt::ItemIsSelectable);
     actions_ = {
-        makeAction("AddTool", ":/Icon/add.png", QKeySequence::New, &ToolsManager::addNewTool),
+        makeAction("AddTool", ":/Icon/add.png", Qt::Key_Insert, &ToolsManager::addNewTool),
         makeAction("EditTool", ":/Icon/editItem.png", Qt::Key_F2, &ToolsManager::editSelected),
         makeAction("RemoveTool", ":/Icon/delete.png", QKeySequence::Delete, &ToolsManager::removeSelected),
         makeAction("CopyTo", ":/Icon/Copy.png", QKeySequence(QStringLiteral("Ctrl+D")),

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "core/LanguageReader.h"
+#include "core/WindowKeys.h"
 #include "tools/ToolContourPicture.h"
 #include "tools/ToolData.h"
 #include "tools/ToolSceneView.h"
@@ -32,6 +33,7 @@ ToolPreviewer::ToolPreviewer(QWidget* parent)
     layout->addWidget(picture_);
     view_->setVisible(ToolSceneView::canShow());
     picture_->setVisible(!ToolSceneView::canShow());
+    closeOnEscape(*this);
 }
 
 void ToolPreviewer::preview(ToolData& tool) {

@@ -7,6 +7,7 @@
 
 #include <QEvent>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
 
@@ -55,6 +56,8 @@ void ToolSceneView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (viewer_ == nullptr && canShow())
         QTimer::singleShot(0, this, &ToolSceneView::makeViewer);
+    else
+        aimCamera();
 }
 
 void ToolSceneView::resizeEvent(QResizeEvent* event) {
@@ -69,6 +72,7 @@ void ToolSceneView::makeViewer() {
     startViewerLibrary();
     viewer_ = std::make_unique<SoQtExaminerViewer>(this);
     viewer_->setDecoration(false);
+    viewer_->setPopupMenuEnabled(FALSE);  // the library speaks English only
     viewer_->setBackgroundColor(SbColor(0.96F, 0.97F, 0.98F));
     viewer_->setCameraType(SoOrthographicCamera::getClassTypeId());
     viewer_->setSceneGraph(root_);
@@ -76,6 +80,8 @@ void ToolSceneView::makeViewer() {
     viewer_->show();
     viewer_->getWidget()->show();
     viewer_->getWidget()->resize(size());
+    if (QWindow* surface = viewer_->getGLWidget()->windowHandle())
+        surface->installEventFilter(this);
     aimCamera();
 }
 
@@ -108,9 +114,10 @@ void ToolSceneView::fillView() {
     camera->height = camera->height.getValue() / std::max(1.0F, kUsedPart * best / now);
 }
 
-// The first frame of an embedded viewer keeps a wrong size until it is drawn again after its events.
+// The first frame of an embedded viewer keeps a wrong size until it is drawn again after its events, and what
+// is drawn before the surface is on the screen is lost.
 bool ToolSceneView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show || event->type() == QEvent::Resize)
+    if (event->type() == QEvent::Show || event->type() == QEvent::Resize || event->type() == QEvent::Expose)
         renderSoon();
     return QWidget::eventFilter(watched, event);
 }

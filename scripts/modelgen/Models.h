@@ -29,5 +29,7 @@ std::vector<Model> bridgeModels();
 std::vector<Model> nestModels();
 /// Travelling portal with a head that swivels about Y and tilts about X.
 std::vector<Model> portalModels();
+/// Work pieces of the demonstration job and what they lie on; the frames are their user coordinate systems.
+std::vector<Model> workPieceModels();
 
 }  // namespace modelgen

@@ -26,7 +26,7 @@ fs::path sawPath(const fs::path& folder, const modelgen::ChainSaw& saw) {
 
 std::vector<modelgen::Model> allModels() {
     std::vector<modelgen::Model> models = modelgen::bridgeModels();
-    for (const auto& more : {modelgen::nestModels(), modelgen::portalModels()}) {
+    for (const auto& more : {modelgen::nestModels(), modelgen::portalModels(), modelgen::workPieceModels()}) {
         models.insert(models.end(), more.begin(), more.end());
     }
     return models;

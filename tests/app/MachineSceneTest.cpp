@@ -56,3 +56,26 @@ TEST(MachineScene, ViewAllSeesTheMachineFromAbove) {
     EXPECT_GT(place.length(), 60);
     EXPECT_LT(place.length(), 1000);
 }
+
+TEST(MachineScene, FitKeepsTheDirectionAndTheMachineInSight) {
+    Bench bench;
+    ASSERT_TRUE(bench.scene->setCameraText("position 5000 0 0 orientation 0.5 0.5 0.5 2.0943951"));
+    const SbRotation direction = bench.scene->camera()->orientation.getValue();
+    for (const auto& [width, height] : {std::pair<short, short>{800, 500}, {300, 300}, {200, 700}}) {
+        const SbViewportRegion viewport(width, height);
+        bench.scene->fit(viewport);
+        EXPECT_EQ(bench.scene->camera()->orientation.getValue(), direction);
+        EXPECT_TRUE(bench.scene->isAllInSight(viewport.getViewportAspectRatio()));
+        EXPECT_LT(bench.scene->camera()->position.getValue().length(), 400);
+    }
+    bench.scene->camera()->position = bench.scene->camera()->position.getValue() * 0.5F;
+    EXPECT_FALSE(bench.scene->isAllInSight(1));
+}
+
+TEST(MachineScene, AnEmptyMachineLeavesTheCameraWhereItIs) {
+    Bench bench;
+    bench.machine->get()->removeAllChildren();
+    const SbVec3f before = bench.scene->camera()->position.getValue();
+    bench.scene->viewAll(SbViewportRegion(800, 600));
+    EXPECT_EQ(bench.scene->camera()->position.getValue(), before);
+}

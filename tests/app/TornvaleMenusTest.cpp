@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include "WindowTestSupport.h"
 #include "app/AddPointDialog.h"
@@ -59,6 +60,23 @@ TEST(TornvaleMenus, ToolsComeToTheFront) {
     tabs->setCurrentIndex(3);
     bench.trigger("ToolManagerButton");
     EXPECT_EQ(tabs->currentWidget(), &TORNVALE::ToolsManager::instance());
+}
+
+TEST(TornvaleMenus, ToolsCanBeAWindowOfTheirOwn) {
+    WindowBench bench;
+    bench.settings("IsNewToolDialog=true\n");
+    TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
+    EXPECT_EQ(bench.open().findChild<QTabWidget*>()->indexOf(&tools), -1);
+    EXPECT_FALSE(tools.isVisible());
+    bench.trigger("ToolManagerButton");
+    EXPECT_TRUE(tools.isVisible());
+    EXPECT_TRUE(tools.isWindow());
+    QTest::keyClick(tools.treeWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(tools.isVisible());
+    bench.trigger("ToolManagerButton");
+    EXPECT_TRUE(tools.isVisible());
+    bench.window().close();
+    EXPECT_FALSE(tools.isVisible());
 }
 
 TEST(TornvaleMenus, UserFolderIsStored) {
@@ -122,7 +140,10 @@ TEST(TornvaleMenus, LanguageAndAboutOpenTheirWindows) {
     QTest::keyClick(language, Qt::Key_Escape);
     EXPECT_FALSE(language->isVisible());
     bench.trigger("AboutTornvale");
-    EXPECT_TRUE(bench.window().findChild<AboutTornvale*>()->isVisible());
+    auto* about = bench.window().findChild<AboutTornvale*>();
+    EXPECT_TRUE(about->isVisible());
+    QTest::keyClick(about, Qt::Key_Escape);
+    EXPECT_FALSE(about->isVisible());
 }
 
 TEST(TornvaleMenus, TheManualIsOpenedOrMissed) {

@@ -93,16 +93,25 @@ TEST(TornvaleProject, SavesAndOpensTheWholeJob) {
     EXPECT_EQ(tools.installedTools()[0]->record().toolNo, 9);
 }
 
-TEST(TornvaleProject, ProgramsThatAreNotShownAreKept) {
+TEST(TornvaleProject, ProgramsThatCannotBeShownAreToldAndKept) {
     Bench bench;
-    bench.write("door.tornvale", kDoor);
-    EXPECT_TRUE(bench.window().OpenFile(bench.file("door.tornvale")));
+    QByteArray document = kDoor;
+    document.replace("[1,2,3]", R"({"G54":[{"itemName":"lathe1","type":2000,"depth":[7]}]})");
+    bench.write("door.tornvale", document);
+    {
+        ExpectedDialogs dialogs;
+        dialogs.expectTell(Kind::Warning, "Programs", "An unknown program item was skipped.\nlathe1");
+        EXPECT_TRUE(bench.window().OpenFile(bench.file("door.tornvale")));
+    }
     EXPECT_EQ(bench.field("PartName")->text(), "door");
     EXPECT_EQ(bench.field("LeftHandTime")->text(), "12.5");
     bench.saveAs("copy.tornvale");
     const QJsonObject copy = QJsonDocument::fromJson(bench.bytes("copy.tornvale")).object();
-    const QJsonObject door = QJsonDocument::fromJson(kDoor).object();
-    EXPECT_EQ(copy["ProgramsTreeWidget"], door["ProgramsTreeWidget"]);
+    const auto items = [](const QJsonObject& root) {
+        return root["ProgramsTreeWidget"]["class UserTopItemManager"]["G54"]["G54"];
+    };
+    EXPECT_EQ(items(copy), items(QJsonDocument::fromJson(document).object()));
+    EXPECT_EQ(items(copy).toArray().size(), 1);
     EXPECT_NE(copy["StandardCorvane_4S"].toObject()["dateTime"].toString(), "2020-01-02 03:04:05");
 }
 
@@ -251,6 +260,9 @@ TEST(TornvaleProject, NewEmptiesTheJob) {
     bench.type("PartName", "kept");
     bench.trigger("New");
     EXPECT_EQ(bench.field("PartName")->text(), "kept") << "the save was given up";
+    dialogs.answerCancel();
+    bench.trigger("New");
+    EXPECT_EQ(bench.field("PartName")->text(), "kept") << "the question was given up";
 }
 
 TEST(TornvaleProject, TheTemplateIsOpenedAndNotOverwritten) {

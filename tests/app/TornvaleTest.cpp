@@ -4,7 +4,10 @@
 
 #include <QDockWidget>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMap>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
@@ -67,9 +70,10 @@ TEST(Tornvale, HasItsNameTitleAndTabs) {
     EXPECT_EQ(window.objectName(), "StandardCorvane_4S");
     EXPECT_EQ(window.windowTitle(), "Tornvale - 3.3.0.5");
     EXPECT_TRUE(window.acceptDrops());
-    EXPECT_EQ(tabTexts(tabsOf(window)), (QStringList{"Tools", "Machine", "Spindles", "Job information"}));
+    EXPECT_EQ(tabTexts(tabsOf(window)),
+              (QStringList{"Programs", "Tools", "Machine", "Spindles", "Job information"}));
     EXPECT_EQ(tabsOf(window).currentIndex(), 0);
-    EXPECT_EQ(tabsOf(window).tabPosition(), QTabWidget::North);
+    EXPECT_EQ(tabsOf(window).tabPosition(), QTabWidget::West);
     EXPECT_EQ(window.mode(), 0);
 }
 
@@ -87,16 +91,24 @@ TEST(Tornvale, LogsItsStepsInOrder) {
 }
 
 TEST(Tornvale, TabPositionAndDockAreaComeFromTheSettings) {
-    for (const auto& [name, position] : {std::pair{"West", QTabWidget::West},
-                                         {"East", QTabWidget::East},
-                                         {"South", QTabWidget::South},
-                                         {"north", QTabWidget::North}}) {
+    struct Case {
+        const char* tabs;
+        QTabWidget::TabPosition position;
+        const char* dock;
+        Qt::DockWidgetArea area;
+    };
+    // The numbers of the dock are the settings file's own: 2 is the top and 8 the right.
+    for (const Case& row : {Case{"West", QTabWidget::West, "1", Qt::LeftDockWidgetArea},
+                            Case{"East", QTabWidget::East, "2", Qt::TopDockWidgetArea},
+                            Case{"South", QTabWidget::South, "4", Qt::BottomDockWidgetArea},
+                            Case{"North", QTabWidget::North, "8", Qt::RightDockWidgetArea},
+                            Case{"middle", QTabWidget::West, "3", Qt::LeftDockWidgetArea}}) {
         WindowBench bench;
-        bench.settings(QByteArray("TabPosition=") + name + "\nDockWidgetArea=2\n");
+        bench.settings(QByteArray("TabPosition=") + row.tabs + "\nDockWidgetArea=" + row.dock + '\n');
         Tornvale& window = bench.open();
-        EXPECT_EQ(tabsOf(window).tabPosition(), position) << name;
-        EXPECT_EQ(window.dockWidgetArea(window.findChild<QDockWidget*>("ProgramDockWidget")),
-                  Qt::RightDockWidgetArea);
+        EXPECT_EQ(tabsOf(window).tabPosition(), row.position) << row.tabs;
+        EXPECT_EQ(window.dockWidgetArea(window.findChild<QDockWidget*>("ProgramDockWidget")), row.area)
+            << row.dock;
     }
 }
 
@@ -117,7 +129,10 @@ TEST(Tornvale, BackgroundComesFromTheSettings) {
     EXPECT_NEAR(color.blueF(), 1.0, 0.01);
     bench.close();
     bench.settings("BackGroundColor=red 7 nan\n");
-    EXPECT_EQ(bench.open().viewer().background(), QColor(230, 235, 240));
+    EXPECT_EQ(bench.open().viewer().background(), QColor(0, 255, 0));
+    bench.close();
+    bench.settings("BackGroundColor=0.5 0.5\n");
+    EXPECT_EQ(bench.open().viewer().background(), QColor(Qt::white)) << "not a colour set by half";
 }
 
 TEST(Tornvale, WithoutOpenGlTheViewSaysSo) {
@@ -134,11 +149,13 @@ TEST(Tornvale, MenusStandInTheirOrderWithIconsAndShortcuts) {
     QStringList titles;
     for (const QAction* action : window.menuBar()->actions())
         titles.append(action->text());
-    EXPECT_EQ(titles, (QStringList{"File", "Settings", "Operation", "Help"}));
+    EXPECT_EQ(titles, (QStringList{"&File", "&Settings", "&Operation", "&Help"}));
     EXPECT_EQ(bench.action("New")->shortcut(), QKeySequence(QKeySequence::New));
     EXPECT_EQ(bench.action("Open")->shortcut(), QKeySequence(QKeySequence::Open));
     EXPECT_EQ(bench.action("Save")->shortcut(), QKeySequence(QKeySequence::Save));
-    EXPECT_EQ(bench.action("SaveAs")->shortcut(), QKeySequence(QKeySequence::SaveAs));
+    EXPECT_EQ(bench.action("SaveAs")->shortcut(), QKeySequence("Ctrl+Shift+S"));
+    EXPECT_EQ(bench.action("SaveAs")->text(), "Save &as");
+    EXPECT_EQ(bench.action("SaveAs")->toolTip(), "Save as");
     EXPECT_EQ(bench.action("Quit")->shortcut(), QKeySequence(QKeySequence::Quit));
     EXPECT_EQ(bench.action("AboutTornvale")->shortcut(), QKeySequence(QKeySequence::HelpContents));
     for (const QMenu* menu : window.findChildren<QMenu*>()) {
@@ -147,22 +164,58 @@ TEST(Tornvale, MenusStandInTheirOrderWithIconsAndShortcuts) {
     }
 }
 
+TEST(Tornvale, EachShortcutHasOneCommandOnly) {
+    WindowBench bench;
+    QMap<QString, QString> owners;
+    for (const QAction* action : bench.open().findChildren<QAction*>()) {
+        const QString key = action->shortcut().toString();
+        if (key.isEmpty())
+            continue;
+        EXPECT_FALSE(owners.contains(key)) << key.toStdString() << ": " << owners[key].toStdString()
+                                           << " and " << action->objectName().toStdString();
+        owners.insert(key, action->objectName());
+    }
+    EXPECT_EQ(owners.value("Ctrl+N"), "New");
+}
+
+TEST(Tornvale, TheDockLeavesTheLargerPartToTheView) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    window.show();
+    QCoreApplication::processEvents();
+    const auto* dock = window.findChild<QDockWidget*>("ProgramDockWidget");
+    EXPECT_EQ(dock->width(), qBound(400, window.screen()->availableGeometry().width() / 3, 640));
+    EXPECT_LT(dock->width(), window.viewer().width());
+}
+
+TEST(Tornvale, WhatTheUserCannotWriteInTheJobLooksSo) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    const auto paper = [&window](const char* name) {
+        return window.findChild<QLineEdit*>(name)->palette().color(QPalette::Base);
+    };
+    EXPECT_EQ(paper("CreatedTime"), paper("LeftHandTime"));
+    EXPECT_NE(paper("CreatedTime"), paper("PartName"));
+}
+
 TEST(Tornvale, AdminShowsTheDebugPartsAndIsOffAtFirst) {
     WindowBench bench;
     Tornvale& window = bench.open();
     window.show();
     const QTabWidget& tabs = tabsOf(window);
     auto* debugBar = window.findChild<QToolBar*>("DebugToolBar");
-    EXPECT_FALSE(tabs.isTabVisible(1));
+    EXPECT_FALSE(tabs.isTabVisible(2));
+    EXPECT_FALSE(tabs.isTabEnabled(2)) << "a turn of the wheel over the tabs must not reach it";
     EXPECT_FALSE(debugBar->isVisible());
     bench.trigger("Admin");
-    EXPECT_TRUE(tabs.isTabVisible(1));
+    EXPECT_TRUE(tabs.isTabVisible(2));
+    EXPECT_TRUE(tabs.isTabEnabled(2));
     EXPECT_TRUE(debugBar->isVisible());
-    EXPECT_EQ(window.menuBar()->actions().last()->text(), "Debug");
+    EXPECT_EQ(window.menuBar()->actions().last()->text(), "&Debug");
     bench.trigger("Admin");
-    EXPECT_FALSE(tabs.isTabVisible(1));
+    EXPECT_FALSE(tabs.isTabVisible(2));
     EXPECT_FALSE(debugBar->isVisible());
-    EXPECT_EQ(window.menuBar()->actions().last()->text(), "Help");
+    EXPECT_EQ(window.menuBar()->actions().last()->text(), "&Help");
 }
 
 TEST(Tornvale, TheViewsSwitchTheMode) {

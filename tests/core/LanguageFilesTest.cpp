@@ -110,6 +110,10 @@ TEST(LanguageFiles, Titles_Differ) {
 
 TEST(LanguageFiles, EveryGroupOfTheSystem_IsThere) {
     const QStringList groups{"Main",
+                             "CodePanel",
+                             "HeaderTailEditor",
+                             "Progress",
+                             "Undo",
                              "Tornvale",
                              "Tv",
                              "Axis",

@@ -48,7 +48,9 @@ TEST(RecentFiles, Menu_OffersOnlyFilesThatExist) {
     installation.write("a.tornvale", "{}");
     installation.write("b.tornvale", "{}");
     RecentFiles files;
+    EXPECT_FALSE(files.menu()->menuAction()->isEnabled()) << "an empty menu cannot be opened";
     files.add(installation.file("a.tornvale"));
+    EXPECT_TRUE(files.menu()->menuAction()->isEnabled());
     files.add(installation.file("gone.tornvale"));
     files.add(installation.file("b.tornvale"));
     ASSERT_EQ(files.menu()->actions().size(), 2);

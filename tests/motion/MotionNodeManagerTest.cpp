@@ -213,6 +213,10 @@ TEST(MotionNodeManager, CoaxialSpindlesArePartnersAndShareARow) {
     const auto* form = qobject_cast<QFormLayout*>(manager.spindleStatusWindow()->layout());
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->rowCount(), 1);
+    manager.spindleStatusWindow()->resize(600, 300);
+    manager.spindleStatusWindow()->show();
+    for (const auto* status : manager.spindleStatusWindow()->findChildren<SpindleStatusWidget*>())
+        EXPECT_GT(status->width(), 500) << "both can be read";
 }
 
 TEST(MotionNodeManager, AxesStandAtHomeAndAuxiliaryOnesAtTheirLowerLimit) {

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QTest>
 #include <limits>
 
 #include "nodes/NodesTestSupport.h"
@@ -35,6 +36,21 @@ TEST_F(AxisPanelTest, TextsComeFromTheLanguageTable) {
     EXPECT_EQ(child<QGroupBox>(panel, "OperationPanle")->title(), QStringLiteral("Axis operation"));
     EXPECT_EQ(child<QRadioButton>(panel, "TranslateAxis")->text(), QStringLiteral("Move by hand"));
     EXPECT_EQ(panel->findChild<QPushButton*>(QStringLiteral("AxisInfo")), nullptr);
+}
+
+TEST_F(AxisPanelTest, EscapeClosesAWindowButNotAPartOfOne) {
+    QWidget* window = axis_->manualWindow();
+    window->show();
+    QTest::keyClick(window->findChild<QLineEdit*>(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    QWidget host;
+    QWidget* panel = axis_->operationPanel();
+    panel->setParent(&host);
+    panel->show();
+    host.show();
+    QTest::keyClick(panel, Qt::Key_Escape);
+    EXPECT_TRUE(panel->isVisible());
+    panel->setParent(nullptr);
 }
 
 TEST_F(AxisPanelTest, VisibleBoxHidesTheShape) {

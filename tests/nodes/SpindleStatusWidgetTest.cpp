@@ -26,6 +26,25 @@ TEST(SpindleStatusWidget, EditsAreNamedAfterTheirKeys) {
     EXPECT_EQ(widget.findChild<QLabel*>(QStringLiteral("State"))->text(), QStringLiteral("State"));
 }
 
+TEST(SpindleStatusWidget, EachEditStandsBelowItsCaptionAndARowFitsBesideTheView) {
+    const NodesInstallation installation;
+    SpindleStatusWidget widget;
+    widget.resize(420, 60);
+    widget.show();
+    EXPECT_LE(widget.width(), 420);
+    for (const QLineEdit* edit : widget.findChildren<QLineEdit*>()) {
+        const QLabel* caption = nullptr;
+        for (const QLabel* label : widget.findChildren<QLabel*>()) {
+            if (label->buddy() == edit)
+                caption = label;
+        }
+        ASSERT_NE(caption, nullptr) << edit->objectName().toStdString();
+        EXPECT_EQ(caption->text(), edit->placeholderText());
+        EXPECT_LE(caption->geometry().bottom(), edit->geometry().top());
+        EXPECT_EQ(caption->geometry().center().x(), edit->geometry().center().x());
+    }
+}
+
 TEST(SpindleStatusWidget, ResetStopsTheLamp) {
     const NodesInstallation installation;
     SpindleStatusWidget widget;

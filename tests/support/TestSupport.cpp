@@ -89,12 +89,17 @@ void ExpectedDialogs::tell(Kind kind, const QString& title, const QString& text,
     told_.pop_front();
 }
 
-bool ExpectedDialogs::ask(const QString& title, const QString& text, QWidget* /*parent*/) {
+bool ExpectedDialogs::ask(const QString& title, const QString& text, QWidget* parent) {
+    return askOrCancel(title, text, parent).value_or(false);
+}
+
+std::optional<bool> ExpectedDialogs::askOrCancel(const QString& title, const QString& text,
+                                                 QWidget* /*parent*/) {
     if (asks_.empty()) {
         ADD_FAILURE() << "unexpected question: " << title.toStdString() << " / " << text.toStdString();
-        return false;
+        return std::nullopt;
     }
-    const bool answer = asks_.front();
+    const std::optional<bool> answer = asks_.front();
     asks_.pop_front();
     return answer;
 }

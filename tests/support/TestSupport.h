@@ -63,6 +63,8 @@ class ExpectedDialogs final : public UserDialogs {
 
     void expectTell(Kind kind, const QString& title, const QString& text);
     void answerAsk(bool answer) { asks_.push_back(answer); }
+    /// Gives up the question of the next askOrCancel.
+    void answerCancel() { asks_.push_back(std::nullopt); }
     void answerChooseItem(std::optional<QString> item) { items_.push_back(std::move(item)); }
     void answerNumber(std::optional<double> number) { numbers_.push_back(number); }
     /// Also the answer of the next folder dialog.
@@ -74,6 +76,7 @@ class ExpectedDialogs final : public UserDialogs {
 
     void tell(Kind kind, const QString& title, const QString& text, QWidget* parent) override;
     bool ask(const QString& title, const QString& text, QWidget* parent) override;
+    std::optional<bool> askOrCancel(const QString& title, const QString& text, QWidget* parent) override;
     std::optional<QString> chooseItem(const QString& title, const QString& label,
                                       const QStringList& items) override;
     std::optional<double> askNumber(const QString& title, const QString& label, double value, double low,
@@ -91,7 +94,7 @@ class ExpectedDialogs final : public UserDialogs {
         QString text;
     };
     std::deque<Told> told_;
-    std::deque<bool> asks_;
+    std::deque<std::optional<bool>> asks_;
     std::deque<std::optional<QString>> items_;
     std::deque<std::optional<double>> numbers_;
     std::deque<QString> files_;

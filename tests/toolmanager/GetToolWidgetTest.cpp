@@ -77,3 +77,14 @@ TEST(GetToolWidget, NoTool_CannotBeAccepted) {
     EXPECT_TRUE(widget.isVisible());
     EXPECT_EQ(chosen.size(), 0);
 }
+
+TEST(GetToolWidget, Escape_ClosesAndChoosesNothing) {
+    const ManagerInstallation installation;
+    install({3, 1});
+    GetToolWidget widget;
+    const QSignalSpy chosen(&widget, &GetToolWidget::toolChosen);
+    widget.show();
+    QTest::keyClick(widget.findChild<QComboBox*>("Tools"), Qt::Key_Escape);
+    EXPECT_FALSE(widget.isVisible());
+    EXPECT_EQ(chosen.size(), 0);
+}

@@ -202,3 +202,30 @@ TEST(ToolEditor, WithoutATool_ButtonsDoNothing) {
     EXPECT_EQ(editor.tool(), nullptr);
     EXPECT_FALSE(editor.isVisible());
 }
+
+TEST(ToolEditor, Escape_ClosesAndTakesNothing) {
+    const ManagerInstallation installation;
+    Bench bench(toolOnSpindle(1, 1));
+    bench.line("Diameter").setFocus();
+    bench.type("Diameter", "77");
+    QTest::keyClick(&bench.line("Diameter"), Qt::Key_Escape);
+    EXPECT_FALSE(bench.editor.isVisible());
+    EXPECT_EQ(bench.record().diameter, 20.0F);
+}
+
+TEST(ToolEditor, TabKey_WalksThroughTheInputsInTheirOrder) {
+    const ManagerInstallation installation;
+    const Bench bench(toolOnSpindle(1, 1));
+    QStringList order;
+    const QWidget* input = &bench.line("Index");
+    do {
+        if ((input->focusPolicy() & Qt::TabFocus) != 0 && !input->objectName().isEmpty())
+            order.append(input->objectName());
+        input = input->nextInFocusChain();
+    } while (input != &bench.line("Index"));
+    EXPECT_EQ(order.mid(0, 18), (QStringList{"Index", "Spindle", "ToolNo", "Rpm", "Diameter", "HandleDia",
+                                             "Length", "BladeLen", "Type", "ChainSawType", "Direction",
+                                             "Annotation", "X", "Y", "Z", "Rx", "Ry", "Rz"}));
+    EXPECT_EQ(order.last(), "AcceptButton");
+    EXPECT_TRUE(bench.contour().tabChangesFocus());
+}

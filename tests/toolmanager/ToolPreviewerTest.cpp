@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QTest>
 
 #include "ManagerTestSupport.h"
 #include "tools/ToolSceneView.h"
@@ -29,6 +30,8 @@ TEST(ToolPreviewer, Tool_ShowsItsGraphAndOutlivesIt) {
     ASSERT_NE(previewer.view().scene(), nullptr);
     EXPECT_STREQ(previewer.view().scene()->getName().getString(), "Tool4");
     EXPECT_TRUE(previewer.windowTitle().contains("T1 No:1 Len:104 Dia:20"));
+    QTest::keyClick(&previewer, Qt::Key_Escape);
+    EXPECT_FALSE(previewer.isVisible());
 }
 
 TEST(ToolPreviewer, ChainSawWithoutModel_ShowsNothing) {

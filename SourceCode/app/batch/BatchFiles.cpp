@@ -58,7 +58,9 @@ std::variant<QString, Failure> readText(const QString& path) {
     std::variant<QByteArray, Failure> bytes = readBytes(path, ExitStatus::BadInput);
     if (Failure* failure = std::get_if<Failure>(&bytes))
         return std::move(*failure);
-    return QString::fromUtf8(std::get<QByteArray>(bytes));
+    // With the length: a zero byte in the middle is no end.
+    const QByteArray& text = std::get<QByteArray>(bytes);
+    return QString::fromUtf8(text.constData(), text.size());
 }
 
 std::optional<Failure> writeResult(const std::optional<QString>& path, const QByteArray& bytes) {

@@ -10,6 +10,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <limits>
 #include <map>
 
 #include "app/MachineScene.h"
@@ -29,18 +30,21 @@ namespace {
 
 constexpr int kLinesPerNote = 100000;
 
-/// Calls `visit(line, number)` for each line that is not empty, until it returns false.
+/// Calls `visit(line, number)` for each line that is not blank, until it returns false or the line `last` is
+/// behind. Gives the number of lines, blank ones included; numbers count from 1.
 template <typename Visit>
-void forEachLine(const QString& code, const Visit& visit) {
+int forEachLine(const QString& code, const Visit& visit, int last = std::numeric_limits<int>::max()) {
     int number = 0;
-    for (int from = 0; from < code.size();) {
+    for (int from = 0; from < code.size() && number < last;) {
         const int feed = code.indexOf(QLatin1Char('\n'), from);
         const int to = feed < 0 ? code.size() : feed;
         ++number;
-        if (to > from && !visit(code.mid(from, to - from), number))
-            return;
+        const QString line = QStringView(code).mid(from, to - from).trimmed().toString();
+        if (!line.isEmpty() && !visit(line, number))
+            return number;
         from = to + 1;
     }
+    return number;
 }
 
 Outcome badInput(const BatchCall& call, const QString& text) {
@@ -59,17 +63,16 @@ bool isProject(const QString& code) {
 /// The path of the tool's tip on the table that carries the work, which moves below it.
 class ToolPath {
   public:
-    ToolPath(const MotionNodeManager& machine, WorkCoordinateSystem* zone) : machine_(machine), zone_(zone) {}
-
-    void add() {
+    /// The point where the tool's tip is now.
+    void add(const MotionNodeManager& machine, const WorkCoordinateSystem* zone) {
         constexpr std::size_t kMostPoints = 200000;
-        const SpindleNode* const spindle = working();
-        if (zone_ == nullptr || spindle == nullptr || skipped_++ % stride_ != 0)
+        const SpindleNode* const spindle = working(machine);
+        if (zone == nullptr || spindle == nullptr || skipped_++ % stride_ != 0)
             return;
         const float length = spindle->tool().record().length;
         const Eigen::Vector3f tip =
             spindle->collisionObject()->getTransform() * Eigen::Vector3f(0, 0, -length);
-        const Eigen::Vector3f onTable = zone_->carrierTransform().inverse() * tip;
+        const Eigen::Vector3f onTable = zone->carrierTransform().inverse() * tip;
         points_.emplace_back(onTable.x(), onTable.y(), onTable.z());
         if (points_.size() < kMostPoints)
             return;
@@ -81,8 +84,8 @@ class ToolPath {
     }
 
     /// Hangs the path on the table.
-    void show() const {
-        if (points_.size() < 2)
+    void show(WorkCoordinateSystem* zone) const {
+        if (zone == nullptr || points_.size() < 2)
             return;
         constexpr float kWidth = 3;
         auto* const group = new SoSeparator;   // owned by the zone
@@ -101,14 +104,14 @@ class ToolPath {
         line->vertexProperty = vertices;
         line->numVertices = static_cast<int>(points_.size());
         group->addChild(line);
-        zone_->addChild(group);
+        zone->addChild(group);
     }
 
   private:
     /// The spindle whose tool the program mounted, otherwise the first that holds one.
-    [[nodiscard]] const SpindleNode* working() const {
+    [[nodiscard]] static const SpindleNode* working(const MotionNodeManager& machine) {
         const SpindleNode* found = nullptr;
-        for (const SpindleNode* spindle : machine_.spindles()) {
+        for (const SpindleNode* spindle : machine.spindles()) {
             if (spindle->collisionObject() == nullptr)
                 continue;
             if (spindle->hasToolChanger())
@@ -118,8 +121,6 @@ class ToolPath {
         return found;
     }
 
-    const MotionNodeManager& machine_;
-    WorkCoordinateSystem* zone_;
     std::vector<SbVec3f> points_;
     std::size_t skipped_ = 0;
     std::size_t stride_ = 1;
@@ -136,29 +137,49 @@ QColor backgroundOfSettings() {
     return QColor::fromRgbF(rgb[0], rgb[1], rgb[2]);
 }
 
-std::optional<Failure> aim(MachineScene& scene, const BatchCall& call) {
-    scene.viewAll(SbViewportRegion(static_cast<short>(call.size_px[0]), static_cast<short>(call.size_px[1])));
-    const QString path = call.cameraFile.value_or(installationPath(QStringLiteral("camera.txt")));
-    if (!call.cameraFile && !QFile::exists(path))
-        return std::nullopt;
-    const std::variant<QByteArray, Failure> bytes = readBytes(path, ExitStatus::BadInput);
+std::optional<Failure> loadView(MachineScene& scene, const QString& path, ExitStatus statusOfFailure) {
+    const std::variant<QByteArray, Failure> bytes = readBytes(path, statusOfFailure);
     if (const Failure* failure = std::get_if<Failure>(&bytes))
         return *failure;
     if (scene.setCameraText(QString::fromUtf8(std::get<QByteArray>(bytes))))
         return std::nullopt;
-    return Failure{ExitStatus::BadInput, path,
+    return Failure{statusOfFailure, path,
                    QStringLiteral("is no view, expected a file that the window saved")};
+}
+
+/// The view that was asked for, otherwise the installation's own of its own machine, otherwise all.
+std::optional<Failure> aim(MachineScene& scene, const BatchCall& call) {
+    constexpr float kUsualAspect = 1.6F;
+    const SbViewportRegion picture(static_cast<short>(call.size_px[0]), static_cast<short>(call.size_px[1]));
+    if (call.cameraFile)
+        return loadView(scene, *call.cameraFile, ExitStatus::BadInput);
+    const QString path = installationPath(QStringLiteral("camera.txt"));
+    if (call.machineFile || !QFile::exists(path)) {
+        scene.viewAll(picture);
+        return std::nullopt;
+    }
+    if (const std::optional<Failure> failure = loadView(scene, path, ExitStatus::BadInstallation))
+        return failure;
+    // A view of the whole machine stays one when the picture is narrower than a window.
+    if (scene.isAllInSight(kUsualAspect) && !scene.isAllInSight(picture.getViewportAspectRatio()))
+        scene.fit(picture);
+    return std::nullopt;
 }
 
 }  // namespace
 
-BatchMachine::BatchMachine(const QVector<ToolRecord>& tools)
-    : machine_(std::make_unique<MotionNodeManager>(ConfigReader::instance().description())) {
-    QList<ToolData*> installed;
-    for (const ToolRecord& tool : tools) {
+BatchMachine::BatchMachine(const QVector<ToolRecord>& tools) {
+    for (const ToolRecord& tool : tools)
         tools_.push_back(std::make_unique<ToolData>(tool));
-        installed.append(tools_.back().get());
-    }
+    make();
+}
+
+void BatchMachine::make() {
+    QList<ToolData*> installed;
+    for (const std::unique_ptr<ToolData>& tool : tools_)
+        installed.append(tool.get());
+    machine_.reset();
+    machine_ = std::make_unique<MotionNodeManager>(ConfigReader::instance().description());
     machine_->UpdateToolList(installed);
     machine_->commandProcessor().UpdateToolList(installed);
 }
@@ -174,6 +195,14 @@ Outcome BatchMachine::run(const BatchCall& call, const QString& code) {
 }
 
 Outcome BatchMachine::simulate(const BatchCall& call, const QString& code) {
+    // A part that is not there touches nothing: no collision found would say nothing.
+    for (const AxisBase* part : machine_->axes()) {
+        if (!part->record().modelPath.isEmpty() && part->collisionObject() == nullptr)
+            return {std::nullopt,
+                    Failure{ExitStatus::BadInstallation, machine_->machine().path,
+                            QStringLiteral("the model of %1 cannot be used, expected a mesh in %2")
+                                .arg(part->name(), part->record().modelPath)}};
+    }
     SimulationResult result;
     std::map<std::pair<QStringList, QStringList>, int> known;
     int current = 0;
@@ -209,37 +238,55 @@ Outcome BatchMachine::simulate(const BatchCall& call, const QString& code) {
     return outcome;
 }
 
-Outcome BatchMachine::picture(const BatchCall& call, const QString& code) {
-    const auto& zones = machine_->workCoordinateSystems();
-    WorkCoordinateSystem* zone = zones.isEmpty() ? nullptr : zones.first();
-    if (call.workCoordinate) {
-        zone = machine_->findWorkCoordinateSystem(*call.workCoordinate);
-        if (zone == nullptr)
-            return {std::nullopt, Failure{ExitStatus::WrongCall, QStringLiteral("--wcs"),
-                                          QStringLiteral("%1 is no work coordinate system of the machine")
-                                              .arg(*call.workCoordinate)}};
-    }
+/// The path is that of the whole program, but the machine is to stand where the line leaves it: a new one is
+/// played up to there. Gives the zone of the new machine.
+WorkCoordinateSystem* BatchMachine::standBehind(int line, const QString& code,
+                                                const WorkCoordinateSystem* zone) {
+    const QString name = zone != nullptr ? zone->displayName() : QString();
+    make();
     machine_->switchCollision(false);
-    ToolPath path(*machine_, zone);
-    int lines = 0;
-    forEachLine(code, [this, &path, &lines](const QString& line, int number) {
+    forEachLine(
+        code,
+        [this](const QString& text, int) {
+            machine_->executeLine(text);
+            return true;
+        },
+        line);
+    return zone != nullptr ? machine_->findWorkCoordinateSystem(name) : nullptr;
+}
+
+std::variant<WorkCoordinateSystem*, Failure> BatchMachine::table(const BatchCall& call) const {
+    const auto& zones = machine_->workCoordinateSystems();
+    if (!call.workCoordinate)
+        return zones.isEmpty() ? nullptr : zones.first();
+    if (WorkCoordinateSystem* zone = machine_->findWorkCoordinateSystem(*call.workCoordinate))
+        return zone;
+    QStringList names;
+    for (const WorkCoordinateSystem* zone : zones)
+        names.append(zone->displayName());
+    return Failure{ExitStatus::WrongCall, QStringLiteral("--wcs"),
+                   QStringLiteral("%1 is no work coordinate system of the machine, expected one of %2")
+                       .arg(*call.workCoordinate, names.join(QStringLiteral(", ")))};
+}
+
+Outcome BatchMachine::picture(const BatchCall& call, const QString& code) {
+    const std::variant<WorkCoordinateSystem*, Failure> found = table(call);
+    if (const Failure* failure = std::get_if<Failure>(&found))
+        return {std::nullopt, *failure};
+    auto* zone = std::get<WorkCoordinateSystem*>(found);
+    machine_->switchCollision(false);
+    ToolPath path;
+    const int lines = forEachLine(code, [this, &path, zone](const QString& line, int) {
         machine_->executeLine(line);
-        path.add();
-        lines = number;
+        path.add(*machine_, zone);
         return true;
     });
     if (call.line > lines)
         return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
-    // The path is that of the whole program; the machine stands where the line leaves it.
-    if (call.line > 0) {
-        forEachLine(code, [this, &call](const QString& line, int number) {
-            if (number <= call.line)
-                machine_->executeLine(line);
-            return number < call.line;
-        });
-    }
+    if (call.line > 0)
+        zone = standBehind(call.line, code, zone);
     machine_->collisionPass();
-    path.show();
+    path.show(zone);
     MachineScene scene(*machine_->root());
     if (const std::optional<Failure> failure = aim(scene, call))
         return {std::nullopt, *failure};

@@ -4,12 +4,15 @@
 #include <QString>
 #include <QVector>
 #include <memory>
+#include <variant>
+#include <vector>
 
 #include "app/batch/BatchReport.h"
 #include "app/batch/CommandLine.h"
 #include "tools/ToolData.h"
 
 class MotionNodeManager;
+class WorkCoordinateSystem;
 
 /// The machine of the call as the window has it, without a window: programs are played on it and drawn. All
 /// tools of the library are installed.
@@ -24,6 +27,11 @@ class BatchMachine {
     [[nodiscard]] Outcome run(const BatchCall& call, const QString& code);
 
   private:
+    void make();
+    /// The work coordinate system of the call, nullptr on a machine without any.
+    [[nodiscard]] std::variant<WorkCoordinateSystem*, Failure> table(const BatchCall& call) const;
+    [[nodiscard]] WorkCoordinateSystem* standBehind(int line, const QString& code,
+                                                    const WorkCoordinateSystem* zone);
     [[nodiscard]] Outcome simulate(const BatchCall& call, const QString& code);
     [[nodiscard]] Outcome picture(const BatchCall& call, const QString& code);
 

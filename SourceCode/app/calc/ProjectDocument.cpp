@@ -59,12 +59,14 @@ std::optional<ProjectDocument> readProject(const QByteArray& bytes) {
     return project;
 }
 
-QByteArray writeProject(const ProjectDocument& project, const QString& version) {
+QJsonObject projectObject(const ProjectDocument& project, const QString& version) {
     QJsonObject head;
     head.insert(kToolList, project.toolList);
     for (const HeadKey& key : kHeadKeys)
         head.insert(QLatin1String(key.key), project.head.*key.text);
-    const QJsonObject root{
-        {kVersion, version}, {kHead, head}, {kMachine, project.machine}, {kTree, project.tree}};
-    return QJsonDocument(root).toJson();
+    return {{kVersion, version}, {kHead, head}, {kMachine, project.machine}, {kTree, project.tree}};
+}
+
+QByteArray writeProject(const ProjectDocument& project, const QString& version) {
+    return QJsonDocument(projectObject(project, version)).toJson();
 }

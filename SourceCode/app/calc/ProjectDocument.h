@@ -33,5 +33,6 @@ struct ProjectDocument {
 
 /// Nothing when the bytes are no JSON object.
 [[nodiscard]] std::optional<ProjectDocument> readProject(const QByteArray& bytes);
-/// The current form, for this application version.
+/// The current form, for this application version: as an object, and as the bytes of its file.
+[[nodiscard]] QJsonObject projectObject(const ProjectDocument& project, const QString& version);
 [[nodiscard]] QByteArray writeProject(const ProjectDocument& project, const QString& version);

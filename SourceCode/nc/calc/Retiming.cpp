@@ -189,14 +189,6 @@ PathAxes pathAxes(const MachineDescription& machine, const QString& chain, const
 }
 
 std::optional<AuxiliaryAxis> auxiliaryOfChain(const MachineDescription& machine, const QString& chain) {
-    constexpr int kAuxiliaryId = 6;
-    const AxisMap letters = machine.axisMap(chain, true);
-    const auto it = letters.constFind(kAuxiliaryId);
-    if (it == letters.constEnd())
-        return std::nullopt;
-    const numericalAxisStruct* axis = machine.findAxis(it.value());
-    if (axis == nullptr)
-        return std::nullopt;
-    return AuxiliaryAxis{axis->name, axis->lower.toDouble(), axis->acceleration.toDouble(),
-                         axis->jerk.toDouble()};
+    const std::shared_ptr<AuxiliaryAxis> axis = auxiliaryAxisOf(machine, chain);
+    return axis == nullptr ? std::nullopt : std::optional(*axis);
 }

@@ -3,142 +3,17 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTextCodec>
 #include <cmath>
 
+#include "BatchTestSupport.h"
 #include "support/TestSupport.h"
 
 // The real executable, run on an installation of the test's own.
-
-namespace {
-
-struct Finished {
-    int status = -1;
-    QByteArray out;
-    QString err;
-};
-
-const char* const kProgram = "G0 X0 Y0 Z50\nG1 Z-5 F3000\nG1 X100\nG1 Y80\nG0 Z50\n";
-
-QString axisXml(const char* name, int id, const char* lower, const char* upper) {
-    return QStringLiteral(
-               "<axis><name>%1</name><nickName>%1</nickName><homePosition>0</homePosition>"
-               "<maxVelocity>60000</maxVelocity><lower>%3</lower><upper>%4</upper><jerk>50000</jerk>"
-               "<acceleration>2000</acceleration><color>1 1 1</color><initialization>0 0 0</initialization>"
-               "<direction>%5</direction><type>%6</type><modelPath/><id>%2</id></axis>")
-        .arg(name)
-        .arg(id)
-        .arg(lower, upper, id == 4 ? "0 0 1" : "1 0 0", id > 3 ? "ROTATION" : "LINEAR");
-}
-
-QByteArray machineXml() {
-    QString axes;
-    axes += axisXml("X", 1, "-500", "500") + axisXml("Y", 2, "-500", "500") + axisXml("Z", 3, "-300", "300");
-    axes += axisXml("C", 4, "-360", "360") + axisXml("A", 5, "-120", "120");
-    return (QStringLiteral(
-                "<?xml version=\"1.0\" encoding=\"UTF-8\"?><root><machineParameters/><numericalAxis>") +
-            axes +
-            QStringLiteral(
-                "</numericalAxis><nonNumericalAxis/><spindle><s><name>T1</name>"
-                "<initialization>0 0 100 0</initialization></s></spindle>"
-                "<interpolationParameters><interpolationTime>4</interpolationTime>"
-                "<rapidThreshold>30000</rapidThreshold></interpolationParameters>"
-                "<userCoordinateSystem><w><name>G54</name><initialization>10 20 30</initialization>"
-                "<kinematicChain><c>X-&gt;Y-&gt;Z-&gt;C-&gt;A</c></kinematicChain></w>"
-                "<w><name>G55</name><initialization>0 0 0</initialization>"
-                "<kinematicChain><c>X-&gt;Y-&gt;Z</c></kinematicChain></w></userCoordinateSystem>"
-                "<userCommand/></root>"))
-        .toUtf8();
-}
-
-QByteArray toolsJson() {
-    return R"({"version":"1.0.0.0","tool0":{"Index":0,"SpindleNo":1,"Length":40,"InstallationName":"A"},)"
-           R"("tool1":{"Index":7,"SpindleNo":1,"Length":65.5,"InstallationName":"A"}})";
-}
-
-class Batch : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        // Names of files reach the executable in UTF-8, whatever the locale of the test's shell.
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-        write("data/data.ini", "[Config]\nUsedConfig=machineSample/m.xml\n");
-        write("data/machineSample/m.xml", machineXml());
-        write("data/Tornvale3.3.0.5.rc", "FILEVERSION 3,3,0,5\n");
-        write("data/toollib.json", toolsJson());
-        write("program.nc", kProgram);
-    }
-
-    [[nodiscard]] QString path(const QString& name) const { return folder_.filePath(name); }
-
-    void write(const QString& name, const QByteArray& content) const {
-        QDir().mkpath(QFileInfo(path(name)).absolutePath());
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(content), content.size());
-    }
-
-    [[nodiscard]] QByteArray read(const QString& name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    /// Runs with the test's installation; files are relative to the test's folder.
-    Finished run(const QStringList& arguments, const QByteArray& input = {}) const {
-        return runBare(QStringList{"--data", path("data")} + arguments, input);
-    }
-
-    Finished runBare(const QStringList& arguments, const QByteArray& input = {}) const {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove("QT_QPA_PLATFORM");  // the tool sets it itself
-        environment.remove("DISPLAY");
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(folder_.path());
-        process.start(QStringLiteral(TORNVALE_BATCH), arguments);
-        EXPECT_TRUE(process.waitForStarted(10000)) << TORNVALE_BATCH;
-        process.write(input);
-        process.closeWriteChannel();
-        EXPECT_TRUE(process.waitForFinished(60000));
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << arguments.join(' ').toStdString();
-        return {process.exitCode(), process.readAllStandardOutput(),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
-
-    /// The run must fail with this status and exactly one line that begins "tornvale-batch: PLACE: ".
-    void expectError(const QStringList& arguments, int status, const QString& place,
-                     const QString& part) const {
-        const Finished result = run(arguments);
-        const std::string call = arguments.join(' ').toStdString();
-        EXPECT_EQ(result.status, status) << call;
-        EXPECT_EQ(result.err.count('\n'), 1) << call << "\n" << result.err.toStdString();
-        EXPECT_TRUE(result.err.startsWith("tornvale-batch: " + place + ": ")) << call << "\n"
-                                                                              << result.err.toStdString();
-        EXPECT_TRUE(result.err.contains(part)) << call << "\n" << result.err.toStdString();
-        EXPECT_EQ(result.out, QByteArray()) << call;
-    }
-
-    static QJsonObject object(const Finished& result) {
-        const QJsonDocument document = QJsonDocument::fromJson(result.out);
-        EXPECT_TRUE(document.isObject()) << result.out.toStdString() << result.err.toStdString();
-        return document.object();
-    }
-
-    /// Retimed code of the program, made by the tool itself.
-    [[nodiscard]] QByteArray isoCode() const {
-        return run({"convert", "--section", "IsoCode", "program.nc"}).out;
-    }
-
-  private:
-    QTemporaryDir folder_;
-};
-
-}  // namespace
 
 TEST_F(Batch, Help_GoesToStandardOutput) {
     const Finished result = runBare({"--help"});
@@ -489,4 +364,37 @@ TEST_F(BatchOnShippedData, EveryProgram_ConvertsAndIsPlannedWithinItsAcceleratio
                 << program.toStdString() << " axis " << axis["letter"].toString().toStdString();
         }
     }
+}
+
+// The shipped view is of the shipped machine: whole, large, and in the middle.
+TEST_F(BatchOnShippedData, View_FillsThePictureWithTheMachine) {
+    const Finished result = run({"picture", "-", "--size", "800x500"}, "");
+    EXPECT_EQ(result.status, 0) << result.err.toStdString();
+    EXPECT_EQ(result.err, QString());
+    const QImage image = QImage::fromData(result.out, "PNG").convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(image.size(), QSize(800, 500));
+    QRect drawn;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                drawn |= QRect(x, y, 1, 1);
+        }
+    }
+    EXPECT_GT(drawn.height(), 375);
+    EXPECT_LT(drawn.height(), 450);
+    EXPECT_NEAR(drawn.center().x(), 400, 80);
+    EXPECT_NEAR(drawn.center().y(), 250, 40);
+    EXPECT_NE(run({"--machine", path("data/machineSample/TornNest3.xml"), "picture", "-"}, "").out,
+              result.out);
+}
+
+// The rails carry the carriages that touch them; everything else is free at home and over the whole program.
+TEST_F(BatchOnShippedData, SampleProgramsOfTheMachine_AreFreeOfCollisions) {
+    const Finished converted = run({"convert", "--tool", "0", "data/programs/FiveAxisContour.nc"});
+    const QJsonObject texts = object(converted);
+    const QString code =
+        "M6 T1\n" + texts["LeadIn"].toString() + texts["IsoCode"].toString() + texts["LeadOut"].toString();
+    const Finished result = run({"simulate", "-"}, code.toUtf8());
+    EXPECT_EQ(result.status, 0) << result.err.toStdString();
+    EXPECT_EQ(object(result)["lines"].toInt(), code.count('\n'));
 }

@@ -1,0 +1,74 @@
+#include "app/RecoveryFile.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+#include "core/InstallationFolder.h"
+
+namespace {
+
+constexpr int kDelay_ms = 2000;
+const QString kName = QStringLiteral("recovery.tornvale");
+const QString kAside = QStringLiteral("recovery.previous.tornvale");
+
+void writeWhole(const QString& path, const QJsonObject& object) {
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(QJsonDocument(object).toJson(QJsonDocument::Compact));
+        file.commit();
+    }
+}
+
+}  // namespace
+
+RecoveryFile::RecoveryFile(std::function<QJsonObject()> content, QObject* parent)
+    : QObject(parent), content_(std::move(content)) {
+    timer_.setSingleShot(true);
+    timer_.setInterval(kDelay_ms);
+    connect(&timer_, &QTimer::timeout, this, &RecoveryFile::write);
+}
+
+RecoveryFile::~RecoveryFile() {
+    join();
+}
+
+void RecoveryFile::join() {
+    if (writer_.joinable())
+        writer_.join();
+}
+
+void RecoveryFile::jobChanged() {
+    // Not started anew by each edit: who types without a pause is copied too.
+    if (!timer_.isActive())
+        timer_.start();
+}
+
+void RecoveryFile::write() {
+    timer_.stop();
+    join();
+    writer_ = std::thread(writeWhole, installationPath(kName), content_());
+}
+
+void RecoveryFile::flush() {
+    if (timer_.isActive())
+        write();
+    join();
+}
+
+void RecoveryFile::remove() {
+    timer_.stop();
+    join();
+    QFile::remove(installationPath(kName));
+}
+
+std::optional<QString> RecoveryFile::leftBehind() {
+    const QString path = installationPath(kName);
+    return QFile::exists(path) ? std::optional(path) : std::nullopt;
+}
+
+void RecoveryFile::setAside() {
+    const QString aside = installationPath(kAside);
+    QFile::remove(aside);
+    QFile::rename(installationPath(kName), aside);
+}

@@ -1,0 +1,85 @@
+// What only a program on the screen can see or do for a test:
+//   grab FILE            writes what the whole screen shows as a PNG
+//   viewer FOLDER FILE   shows the machine of the installation in FOLDER in a view of 640 x 400 and writes
+//                        what its window shows as a PNG, once the machine is drawn and stands still
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QMainWindow>
+#include <QPixmap>
+#include <QScreen>
+#include <QSet>
+#include <QTimer>
+#include <memory>
+
+#include "app/MachineViewer.h"
+#include "core/InstallationFolder.h"
+#include "core/ParaReader.h"
+#include "machine/MotionNodeManager.h"
+#include "machine/readConfig.h"
+
+namespace {
+
+constexpr int kPatience_ms = 90000;
+
+QImage shown(WId window) {
+    return QGuiApplication::primaryScreen()->grabWindow(window).toImage().convertToFormat(
+        QImage::Format_RGB32);
+}
+
+/// More than the background and a text that waits for the first frame.
+bool hasManyColours(const QImage& image) {
+    constexpr int kMany = 20;
+    QSet<QRgb> colours;
+    for (int y = 0; y < image.height() && colours.size() <= kMany; ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            colours.insert(image.pixel(x, y));
+    }
+    return colours.size() > kMany;
+}
+
+int showMachine(const QString& folder, const QString& file) {
+    setInstallationFolder(folder);
+    ConfigReader::instance().SetConfig(
+        installationPath(ParaReader().value(QStringLiteral("Config/UsedConfig")).toString()));
+    if (!ConfigReader::instance().isValid())
+        return 3;
+    const MotionNodeManager machine(ConfigReader::instance().description());
+    int status = 4;
+    {
+        QMainWindow window(nullptr, Qt::FramelessWindowHint);
+        auto* const viewer = new MachineViewer(*machine.root(), &window);  // owned by the window
+        window.setCentralWidget(viewer);
+        window.resize(640, 400);
+        viewer->viewAll();
+        window.show();
+        QElapsedTimer waited;
+        waited.start();
+        QImage before;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, [&] {
+            const QImage image = shown(window.winId());
+            if (viewer->hasViewer() && hasManyColours(image) && image == before)
+                status = image.save(file) ? 0 : 5;
+            before = image;
+            if (status == 0 || waited.hasExpired(kPatience_ms))
+                QApplication::quit();
+        });
+        look.start(100);
+        QApplication::exec();
+    }
+    return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.value(1) == QLatin1String("grab") && arguments.size() == 3)
+        return shown(0).save(arguments[2]) ? 0 : 5;
+    if (arguments.value(1) == QLatin1String("viewer") && arguments.size() == 4)
+        return showMachine(arguments[2], arguments[3]);
+    return 2;
+}

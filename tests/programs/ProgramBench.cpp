@@ -1,0 +1,123 @@
+#include "ProgramBench.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTreeWidgetItem>
+
+#include "core/InstallationFolder.h"
+#include "core/LanguageReader.h"
+#include "core/getUniquelyIdentifies.h"
+#include "geometry/GeometryTestSupport.h"
+#include "items/IsoEditor.h"
+#include "items/IsoItem.h"
+#include "items/TreeWidgetManager.h"
+#include "items/UserTopItem.h"
+#include "items/UserTopItemManager.h"
+#include "machine/MotionNodeManager.h"
+#include "machine/readConfig.h"
+#include "nc/UserPostProcessor.h"
+#include "nc/myTimer.h"
+#include "tools/ToolData.h"
+#include "tools/ToolManager.h"
+
+namespace {
+
+QByteArray shipped(const QString& name) {
+    QFile file(shippedInstallation() + QLatin1Char('/') + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    return file.readAll();
+}
+
+}  // namespace
+
+TemporaryInstallation& ProgramBench::installation() {
+    static TemporaryInstallation folder;
+    return folder;
+}
+
+ProgramBench::ProgramBench() {
+    const TemporaryInstallation& folder = installation();
+    setInstallationFolder(folder.path());
+    for (const char* name : {"language/english.json", "data/UniquelyIdentifies.json", "oak.jpg",
+                             "toollib.json", "UserPostProcessor/TornBridge5.xml", "Tornvale3.3.0.5.rc"})
+        folder.write(QLatin1String(name), shipped(QLatin1String(name)));
+    QString settings = QString::fromUtf8(shipped(QStringLiteral("data.ini")));
+    settings.replace(QRegularExpression(QStringLiteral("(?m)^Language=.*$")),
+                     QStringLiteral("Language=English"));
+    folder.write(QStringLiteral("data.ini"), settings.toUtf8());
+    QString machine = QString::fromUtf8(shipped(QStringLiteral("machineSample/TornBridge5.xml")));
+    machine.replace(QRegularExpression(QStringLiteral("<modelPath>[^<]+</modelPath>")),
+                    QStringLiteral("<modelPath>models/Box.stl</modelPath>"));
+    folder.write(QStringLiteral("machine.xml"), machine.toUtf8());
+    folder.write(QStringLiteral("models/Box.stl"), binaryStl(boxTriangles(SbVec3f(1, 1, 1))));
+    TORNVALE::LanguageReader::instance().reload();
+    getUniquelyIdentifies::instance().reload();
+    ConfigReader::instance().SetConfig(folder.file(QStringLiteral("machine.xml")));
+    EXPECT_TRUE(ConfigReader::instance().isValid());
+
+    TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
+    tools.LoadingLocalTools();
+    tools.removeInstalledTools();
+    for (int i = 0; i < tools.libraryRoot()->childCount(); ++i) {
+        if (const auto* tool = dynamic_cast<ToolData*>(tools.libraryRoot()->child(i)))
+            tools.addTool(new ToolData(*tool), tools.installedRoot());  // owned by its row
+    }
+    machine_ = std::make_unique<MotionNodeManager>(ConfigReader::instance().description());
+    machine_->switchCollision(false);
+    TORNVALE::UserPostProcessor::instance().reload();
+    tree_ = std::make_unique<TreeWidgetManager>(*machine_);
+}
+
+ProgramBench::~ProgramBench() {
+    TORNVALE::myTimer::closeIfOpen();
+    TORNVALE::IsoEditor::release(nullptr);
+    tree_.reset();
+    machine_.reset();
+    TORNVALE::ToolsManager::instance().removeInstalledTools();
+}
+
+UserTopItem& ProgramBench::left() {
+    return *tree_->root().group(QStringLiteral("G54"));
+}
+
+UserTopItem& ProgramBench::right() {
+    return *tree_->root().group(QStringLiteral("G55"));
+}
+
+ToolData* ProgramBench::tool(int index) {
+    TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
+    return tools.findTool(index, tools.installedRoot());
+}
+
+TORNVALE::IsoItem& ProgramBench::add(UserTopItem& group, const QString& code, int toolIndex) {
+    auto made = std::make_unique<TORNVALE::IsoItem>();
+    TORNVALE::IsoItem& item = *made;
+    group.adopt(std::move(made), -1);
+    item.setName(group.uniqueName(item.type()));
+    item.editRecord().WCSName = group.wcsName();
+    item.SetTool(tool(toolIndex), false);
+    item.refreshUserCoordinateIds();
+    item.changeUserCoordinateSystem(item.userCoordinateIds().value(0));
+    item.editIso().sourceCodeString = code;
+    if (!code.isEmpty())
+        item.doIt();
+    tree_->commitEdits();
+    return item;
+}
+
+QString ProgramBench::square(double x, double y, double c) {
+    return QStringLiteral(
+               "G0 X%1 Y%2 Z200 C%3 A0\nG0 Z120\nG1 Z100 F3000\nG1 X%4\nG1 Y%5\nG0 Z120\nG0 Z200\n")
+        .arg(x)
+        .arg(y)
+        .arg(c)
+        .arg(x + 20)
+        .arg(y + 20);
+}
+
+void ProgramBench::commit() {
+    tree_->commitEdits();
+}
