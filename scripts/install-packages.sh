@@ -4,7 +4,7 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config ccache qtbase5-dev libqt5opengl5-dev libqt5svg5-dev libsoqt520-dev
-  libcoin-dev libfcl-dev libassimp-dev zlib1g-dev libgtest-dev libbenchmark-dev
+  libcoin-dev libfcl-dev libassimp-dev libtbb-dev zlib1g-dev libgtest-dev libbenchmark-dev
   libgl1-mesa-dri libglx-mesa0 libegl1 qttranslations5-l10n fonts-noto-cjk fontconfig pandoc)
 test=(xvfb xauth xdotool openbox clang-14 libclang-rt-14-dev clang-format-14)
 pictures=(xvfb openbox xdotool imagemagick)

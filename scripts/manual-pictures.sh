@@ -39,7 +39,7 @@ start_program() {
   cp "$root/installation/data.ini" "$root/installation/toollib.json" "$work/Tornvale/"
   local alone=()
   unshare --ipc true 2>/dev/null && alone=(unshare --ipc)
-  TORNVALE_DEMONSTRATION=programs/FiveAxisContour.nc "${alone[@]}" "$work/Tornvale/Tornvale" \
+  TORNVALE_DEMONSTRATION=jobs/Demonstration.tornvale "${alone[@]}" "$work/Tornvale/Tornvale" \
     >"$work/output" 2>&1 &
   started+=($!)
   window '^Tornvale - ' >/dev/null
@@ -77,7 +77,7 @@ to_main() {
 # Tabs are counted from the last one, so that a new one in front changes nothing.
 tab_from_last() {
   to_main
-  xdotool mousemove 12 100
+  xdotool mousemove 12 150
   xdotool click --repeat 12 --delay 60 5
   [ "$1" -eq 0 ] || xdotool click --repeat "$1" --delay 60 4
   sleep 0.6
@@ -109,7 +109,6 @@ close_window() {
 
 main_window() {
   to_main
-  keys alt+o t
   local playback x y
   playback="$(window '^Playback$')"
   eval "$(xdotool getwindowgeometry --shell "$playback" | grep '^[XY]=')"
@@ -148,7 +147,7 @@ tools() {
 
 tabs() {
   tab_from_last 0
-  shoot_dock job-information 540x420
+  shoot_dock job-information 540x520
   tab_from_last 1
   shoot_dock spindles 540x520
 }
@@ -167,28 +166,25 @@ machine_tree() {
   shoot_window '^Move axis X by hand$' axis-panel
 }
 
-# An item on the left table, made as a user makes it, with the beginning of a sample program typed in.
+# The programs of the demonstration job: the tree, the editor of its first item, the left table's header and tail.
 programs() {
   tab_from_last 3
-  xdotool mousemove 110 130 click 1
-  keys Home Down Menu
+  xdotool mousemove 110 160 click 1
+  keys Home Down
+  shoot_dock programs 540x480
+  keys Menu
   sleep 0.5
-  keys Down Down Return
-  sleep 2
-  keys Return
+  keys Up Return
+  window '^Header and tail$' >/dev/null
+  sleep 1
+  shoot_window '^Header and tail$' header-tail
+  close_window '^Header and tail$'
+  to_main
+  keys Home Down Down Return
   window '^Edit the ISO code$' >/dev/null
   sleep 1
-  eval "$(xdotool getwindowgeometry --shell "$(window '^Edit the ISO code$')" | grep '^[XYWH]')"
-  xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 1
-  while IFS= read -r line; do
-    xdotool type --delay 3 -- "$line"
-    keys Return
-  done < <(sed -n '6p;9,22p' "$root/installation/programs/LockMortise.nc")
-  keys ctrl+Return
-  sleep 3
   shoot_window '^Edit the ISO code$' iso-editor
   close_window '^Edit the ISO code$'
-  shoot_dock programs 540x640
 }
 
 mkdir -p "$pictures" "$root/docs/pictures"

@@ -6,6 +6,7 @@
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/errors/SoReadError.h>
+#include <Inventor/nodes/SoAlphaTest.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
@@ -80,6 +81,11 @@ MachineScene::MachineScene(SoSeparator& machine)
     auto* const surroundings = new SoEnvironment;  // owned by the root
     surroundings->ambientIntensity = 0.4F;
     root_->addChild(surroundings);
+    // What lies around the letters of a label must not hide the things behind it.
+    auto* const visible = new SoAlphaTest;  // owned by the root
+    visible->function = SoAlphaTest::GREATER;
+    visible->value = 0.1F;
+    root_->addChild(visible);
     // Beside the light at the camera one from above and a weak one from the right, so that faces of each
     // direction differ; all three on one white face stay just below full white.
     addLight(0.15F, 0.25F, -1, 0.5F);

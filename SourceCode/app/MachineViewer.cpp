@@ -1,23 +1,27 @@
 #include "app/MachineViewer.h"
 
-#include <Inventor/Qt/viewers/SoQtExaminerViewer.h>
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/draggers/SoDragger.h>
 #include <Inventor/events/SoMouseButtonEvent.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEventCallback.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 
+#include <QCursor>
 #include <QEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "app/ClickableViewer.h"
 #include "app/MachineScene.h"
 #include "core/LanguageReader.h"
 #include "geometry/modelNode.h"
+#include "nc/trajNode.h"
 #include "setup/userCoordinateSystem.h"
 #include "tools/ViewerLibrary.h"
 
@@ -77,11 +81,11 @@ void MachineViewer::makeViewer() {
     if (viewer_ != nullptr || !isVisible())
         return;
     startViewerLibrary(window());
-    viewer_ = std::make_unique<SoQtExaminerViewer>(this);
+    viewer_ = std::make_unique<ClickableViewer>(this);
     viewer_->setAnimationEnabled(FALSE);
     viewer_->setFeedbackVisibility(FALSE);
+    viewer_->setPopupMenuEnabled(FALSE);  // English only, and it would keep the right button from the paths
     viewer_->setDecoration(decoration_ ? TRUE : FALSE);
-    viewer_->setAntialiasing(TRUE, 1);
     viewer_->getHeadlight()->intensity = MachineScene::kHeadLight;
     viewer_->setSceneGraph(scene_->root());
     viewer_->getGLWidget()->installEventFilter(this);
@@ -125,36 +129,73 @@ void MachineViewer::renderSoon() {
 
 // --- mouse ---
 
-bool MachineViewer::clickOn(const SoPath& path) {
+namespace {
+
+void showPanel(userCoordinateSystem& system) {
+    QWidget* const panel = system.panel();
+    if (!panel->isVisible()) {
+        panel->setWindowFlags(Qt::Tool);
+        panel->setWindowTitle(system.name());
+        panel->show();
+        // Where it was asked for, and whole.
+        const QRect room = panel->screen()->availableGeometry().adjusted(
+            0, 0, -panel->frameGeometry().width(), -panel->frameGeometry().height());
+        panel->move(qBound(room.left(), QCursor::pos().x(), room.right()),
+                    qBound(room.top(), QCursor::pos().y(), room.bottom()));
+    }
+    panel->raise();
+    panel->activateWindow();
+}
+
+}  // namespace
+
+bool MachineViewer::clickOn(const SoPickedPoint& picked) {
+    const SoPath& path = *picked.getPath();
     for (int i = path.getLength() - 1; i >= 0; --i) {
         SoNode* const node = path.getNode(i);
+        if (node->isOfType(SoDragger::getClassTypeId()) != FALSE)
+            return false;
+        if (auto* program = dynamic_cast<trajNode*>(node)) {
+            program->setShown(true);
+            program->pickPoint(picked.getPoint());
+            return true;
+        }
         if (auto* point = dynamic_cast<pointShape*>(node)) {
             point->setSelected(true);
             return true;
         }
         if (auto* system = dynamic_cast<userCoordinateSystem*>(node)) {
-            QWidget* const panel = system->panel();
-            if (!panel->isVisible()) {
-                panel->setWindowFlags(Qt::Tool);
-                panel->setWindowTitle(system->name());
-                panel->show();
-            }
+            showPanel(*system);
             return true;
         }
     }
     return false;
 }
 
+void MachineViewer::hideAt(const SoPickedPoint& picked) {
+    const SoPath& path = *picked.getPath();
+    for (int i = path.getLength() - 1; i >= 0; --i) {
+        if (auto* program = dynamic_cast<trajNode*>(path.getNode(i))) {
+            program->setShown(false);
+            program->removeDragger();
+            return;
+        }
+    }
+}
+
 void MachineViewer::mouseClickCB(void* view, SoEventCallback* event) {
     auto* const viewer = static_cast<MachineViewer*>(view);
     const auto* click = dynamic_cast<const SoMouseButtonEvent*>(event->getEvent());
-    if (click == nullptr || viewer->viewer_ == nullptr || click->getState() != SoButtonEvent::DOWN ||
-        click->getButton() != SoMouseButtonEvent::BUTTON1)
+    if (click == nullptr || viewer->viewer_ == nullptr || click->getState() != SoButtonEvent::DOWN)
         return;
     SoRayPickAction pick(viewer->viewer_->getViewportRegion());
     pick.setPoint(click->getPosition());
     pick.apply(viewer->scene_->root());
     const SoPickedPoint* const picked = pick.getPickedPoint();
-    if (picked != nullptr && clickOn(*picked->getPath()))
+    if (picked == nullptr)
+        return;
+    if (click->getButton() == SoMouseButtonEvent::BUTTON1 && clickOn(*picked))
         event->setHandled();
+    else if (click->getButton() == SoMouseButtonEvent::BUTTON2)
+        hideAt(*picked);
 }

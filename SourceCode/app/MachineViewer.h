@@ -8,13 +8,12 @@
 #include <memory>
 #include <optional>
 
+class ClickableViewer;
 class QLabel;
 class MachineScene;
 class SoEventCallback;
-class SoNode;
-class SoPath;
+class SoPickedPoint;
 class SoSeparator;
-class SoQtExaminerViewer;
 
 /// The 3D view of the machine. The viewer is made when the view is shown for the first time; where the
 /// display has no OpenGL the area says so, and everything else works.
@@ -35,8 +34,14 @@ class MachineViewer : public QWidget {
     void viewAll();
     [[nodiscard]] bool hasViewer() const { return viewer_ != nullptr; }
 
-    /// What a click with the left button on this path does; true when something took it.
-    static bool clickOn(const SoPath& path);
+    [[nodiscard]] ClickableViewer* viewer() const { return viewer_.get(); }
+
+    /// What a click with the left button does where it meets the scene first: a path shows itself and the
+    /// handle of its nearest control point, a marker is selected, a coordinate system opens its panel. True
+    /// when one of them took it; a handle that is already there takes its clicks itself.
+    static bool clickOn(const SoPickedPoint& picked);
+    /// The right button hides the path that it meets, and takes its handle away.
+    static void hideAt(const SoPickedPoint& picked);
 
   protected:
     void showEvent(QShowEvent* event) override;
@@ -49,7 +54,7 @@ class MachineViewer : public QWidget {
     static void mouseClickCB(void* view, SoEventCallback* event);
 
     std::unique_ptr<MachineScene> scene_;
-    std::unique_ptr<SoQtExaminerViewer> viewer_;
+    std::unique_ptr<ClickableViewer> viewer_;
     QLabel* message_;
     QColor background_{230, 235, 240};
     bool decoration_ = false;

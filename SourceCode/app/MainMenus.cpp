@@ -8,14 +8,15 @@
 
 QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>& entries) {
     const QString path = QStringLiteral("Tornvale/") + QLatin1String(group);
-    const auto textOf = [&path](const char* key) {
-        return TORNVALE::LanguageReader::instance().text(path, QLatin1String(key));
+    const auto textOf = [&path](const char* key, const char* other = nullptr) {
+        return TORNVALE::LanguageReader::instance().text(other == nullptr ? path : QLatin1String(other),
+                                                         QLatin1String(key));
     };
     auto* menu = new QMenu(textOf("Title"), parent);  // owned by the parent
     menu->setObjectName(QLatin1String(group));
     QVector<MenuText> texts;
     for (const MenuEntry& entry : entries)
-        texts.append({textOf(entry.key), QLatin1String(entry.key)});
+        texts.append({textOf(entry.key, entry.group), QLatin1String(entry.key)});
     const QVector<QString> marked = withMnemonics(texts);
     int row = 0;
     for (const MenuEntry& entry : entries) {
@@ -25,7 +26,7 @@ QMenu* makeMenu(QWidget* parent, const char* group, const std::vector<MenuEntry>
         action->setToolTip(texts[row++].text);
         action->setObjectName(QLatin1String(entry.key));
         if (entry.icon != nullptr)
-            action->setIcon(QIcon(QStringLiteral(":/Icon/") + QLatin1String(entry.icon)));
+            action->setIcon(QIcon(QLatin1String(entry.icon)));
         action->setShortcut(entry.shortcut);
         if (entry.command)
             QObject::connect(action, &QAction::triggered, menu, entry.command);

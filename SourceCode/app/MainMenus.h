@@ -9,11 +9,12 @@
 /// One entry of a menu: adding a command to the window is one of these.
 struct MenuEntry {
     const char* key;                               ///< language key in its menu's group, and object name
-    const char* icon = nullptr;                    ///< file in ":/Icon"
+    const char* icon = nullptr;                    ///< resource path
     QKeySequence shortcut = {};                    ///< empty for none
     std::function<void()> command = nullptr;       ///< what it does
     QMenu* subMenu = nullptr;                      ///< shown in its place, not owned
     std::function<void(bool)> switched = nullptr;  ///< a checkable entry, off at first
+    const char* group = nullptr;                   ///< that has the key, when it is not the menu's own
 };
 
 /// A menu of the group "Tornvale/<group>", titled by its key "Title"; owned by `parent`.

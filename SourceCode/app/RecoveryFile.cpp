@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QSaveFile>
+#include <utility>
 
 #include "core/InstallationFolder.h"
 
@@ -47,6 +48,7 @@ void RecoveryFile::jobChanged() {
 void RecoveryFile::write() {
     timer_.stop();
     join();
+    isOurs_ = true;
     writer_ = std::thread(writeWhole, installationPath(kName), content_());
 }
 
@@ -56,10 +58,17 @@ void RecoveryFile::flush() {
     join();
 }
 
+void RecoveryFile::adopt() {
+    isOurs_ = true;
+    jobChanged();
+}
+
 void RecoveryFile::remove() {
     timer_.stop();
     join();
-    QFile::remove(installationPath(kName));
+    // Until the user has been asked about it, the copy of an earlier process stays whatever happens here.
+    if (std::exchange(isOurs_, false))
+        QFile::remove(installationPath(kName));
 }
 
 std::optional<QString> RecoveryFile::leftBehind() {

@@ -13,8 +13,8 @@
 class RecoveryFile : public QObject {
     Q_OBJECT
   public:
-    /// `content` gives the document of this moment, `documentPath` the file that it belongs to.
-    RecoveryFile(std::function<QJsonObject()> content, QObject* parent = nullptr);
+    /// `content` gives the document of this moment.
+    explicit RecoveryFile(std::function<QJsonObject()> content, QObject* parent = nullptr);
     ~RecoveryFile() override;
     RecoveryFile(const RecoveryFile&) = delete;
     RecoveryFile& operator=(const RecoveryFile&) = delete;
@@ -23,8 +23,10 @@ class RecoveryFile : public QObject {
     void jobChanged();
     /// Writes now what is still to be written, and waits for it.
     void flush();
-    /// The job is safe elsewhere, or not wanted any more.
+    /// The job is safe elsewhere, or not wanted any more. A copy that an earlier process has left stays.
     void remove();
+    /// The job is now the one of the copy that was left behind.
+    void adopt();
 
     /// Path of the copy that a process which did not end well has left; nothing when there is none.
     [[nodiscard]] static std::optional<QString> leftBehind();
@@ -38,4 +40,5 @@ class RecoveryFile : public QObject {
     std::function<QJsonObject()> content_;
     QTimer timer_;
     std::thread writer_;
+    bool isOurs_ = false;  ///< the copy on disk is this process's
 };

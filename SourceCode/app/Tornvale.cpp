@@ -17,6 +17,7 @@
 #include "app/MachineScene.h"
 #include "app/MachineViewer.h"
 #include "app/ProgressDialog.h"
+#include "app/RecoveryFile.h"
 #include "app/UserInfoForm.h"
 #include "core/InstallationFolder.h"
 #include "core/LanguageReader.h"
@@ -30,6 +31,7 @@
 #include "machine/MotionNodeManager.h"
 #include "machine/MotionNodeTreeWidget.h"
 #include "machine/readConfig.h"
+#include "nc/UserPostProcessor.h"
 #include "nc/myTimer.h"
 #include "tools/ToolData.h"
 #include "tools/ToolManager.h"
@@ -120,8 +122,11 @@ Tornvale::~Tornvale() {
     delete machineTree_;
     if (QWidget* spindles = machine_->spindleStatusWindow())
         spindles->setParent(nullptr);
-    if (QToolBar* bar = machine_->toolBar())
-        bar->setParent(nullptr);
+    // These live longer than the window.
+    for (QToolBar* bar : {machine_->toolBar(), TORNVALE::UserPostProcessor::instance().GetToolBar()}) {
+        if (bar != nullptr)
+            bar->setParent(nullptr);
+    }
 }
 
 void Tornvale::buildSharedToolBar() {
@@ -199,6 +204,7 @@ void Tornvale::buildTabs() {
     spindles->setWindowFlags(Qt::Widget);
     addPage(scrollable(spindles), "SpindleStateTab");
     userInfo_ = new UserInfoForm(tabs_);  // owned by the tabs
+    connect(userInfo_, &UserInfoForm::edited, recovery_, &RecoveryFile::jobChanged);
     addPage(userInfo_, "ProgramInfoTab");
     tabs_->setCurrentIndex(0);
     programDock_->setWidget(tabs_);
@@ -225,8 +231,23 @@ void Tornvale::buildStatusBar() {
             });
     connect(refresh, &QTimer::timeout, this,
             [this] { lineLabel_->setText(lineLabel_->property("line").toString()); });
+    showContacts();
+}
+
+/// A contact stands in the status bar until it has been gone for as long as one needs to see it.
+void Tornvale::showContacts() {
+    constexpr int kSeen_ms = 500;
+    auto* gone = new QTimer(this);  // owned by this window
+    gone->setSingleShot(true);
+    gone->setInterval(kSeen_ms);
+    connect(gone, &QTimer::timeout, contactLabel_, &QLabel::clear);
+    connect(machine_.get(), &MotionNodeManager::contactsReset, gone, [this, gone] {
+        if (!gone->isActive() && !contactLabel_->text().isEmpty())
+            gone->start();
+    });
     connect(machine_.get(), &MotionNodeManager::contactFound, this,
-            [this](const QStringList& first, const QStringList& second) {
+            [this, gone](const QStringList& first, const QStringList& second) {
+                gone->stop();
                 const QString arrow = QStringLiteral("->");
                 const QString text =
                     windowText("Contact", "FoundMsg").arg(first.join(arrow), second.join(arrow));
@@ -242,7 +263,7 @@ void Tornvale::showEvent(QShowEvent* event) {
     if (isDockSized_)
         return;
     isDockSized_ = true;
-    constexpr int kNarrowest_px = 400;
+    constexpr int kNarrowest_px = 490;
     constexpr int kWidest_px = 640;
     const int third = screen()->availableGeometry().width() / 3;
     const int width = qBound(kNarrowest_px, third, kWidest_px);
@@ -256,7 +277,8 @@ void Tornvale::updateLayout() {
         removeToolBar(bar);
     for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly))
         removeDockWidget(dock);
-    for (QToolBar* bar : {mainToolBar_, machine_->toolBar(), debugToolBar_}) {
+    QToolBar* patterns = TORNVALE::UserPostProcessor::instance().GetToolBar();
+    for (QToolBar* bar : {mainToolBar_, machine_->toolBar(), patterns, debugToolBar_}) {
         addToolBar(Qt::TopToolBarArea, bar);
         bar->show();
     }

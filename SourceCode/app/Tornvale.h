@@ -49,8 +49,9 @@ class Tornvale : public QMainWindow {
 
     /// Asks whether a job that a crash has left is to be opened.
     void offerRecovery();
-    /// A sample program of the installation becomes a dense program on the machine, ready in the playback.
-    bool loadDemonstration(const QString& program);
+    /// `path` of the installation, ready in the playback: a project with all its programs, opened without a
+    /// question, or a sample program, made dense on the machine.
+    bool loadDemonstration(const QString& path);
 
     [[nodiscard]] TreeWidgetManager& programs() const { return *programs_; }
     [[nodiscard]] MotionNodeManager& machine() const { return *machine_; }
@@ -73,6 +74,7 @@ class Tornvale : public QMainWindow {
     void buildViewer();
     void buildTabs();
     void buildStatusBar();
+    void showContacts();
     void updateLayout();
     void logStep(const char* key);
     // TornvaleMenus.cpp
@@ -103,6 +105,9 @@ class Tornvale : public QMainWindow {
     void showCode(TORNVALE::CodeManagerItem* item);
     void showPlayed(const QString& text);
     void addHistoryActions(QMenu& menu);
+    void generateNcFile();
+    /// The current row of the tree: an item, a group, or all programs.
+    void playCurrent();
     // TornvaleProject.cpp
     [[nodiscard]] ProjectDocument document() const;
     /// False when the user has stopped it.
@@ -123,6 +128,7 @@ class Tornvale : public QMainWindow {
     /// The job as it stands is safe.
     void rememberSaved();
     void LoadOldVersion();
+    bool loadDemonstrationProgram(const QString& program);
 
     QElapsedTimer sinceStart_;
     int mode_ = 0;

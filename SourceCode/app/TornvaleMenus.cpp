@@ -82,7 +82,7 @@ void Tornvale::buildMenus() {
     giveMnemonics(menus);
     mainToolBar_ = new QToolBar(this);  // owned by this window
     mainToolBar_->setObjectName(QStringLiteral("MainToolBar"));
-    for (const char* key : {"New", "Open", "Save", "Playback"}) {
+    for (const char* key : {"New", "Open", "Save", "Undo", "Redo", "IsoCodeGenerator", "Playback"}) {
         if (auto* action = menuBar()->findChild<QAction*>(QLatin1String(key)))
             mainToolBar_->addAction(action);
     }
@@ -95,33 +95,41 @@ QMenu* Tornvale::fileMenu() {
     recentFiles_ = new RecentFiles(this);  // owned by this window
     connect(recentFiles_, &RecentFiles::fileChosen, this, &Tornvale::OpenFile);
     return makeMenu(menuBar(), "FileMenu",
-                    {{"New", "new.png", QKeySequence::New, [this] { NewFile(); }},
-                     {"Open", "open.png", QKeySequence::Open, [this] { OpenFile({}); }},
-                     {"Save", "save.png", QKeySequence::Save, [this] { SaveFile(); }},
-                     {"SaveAs", "saveas.png", saveAsKey(),
+                    {{"New", ":/Icon/new.png", QKeySequence::New, [this] { NewFile(); }},
+                     {"Open", ":/Icon/open.png", QKeySequence::Open, [this] { OpenFile({}); }},
+                     {"IsoCodeGenerator", ":/Icon/iso.png", {}, [this] { generateNcFile(); }},
+                     {"Save", ":/Icon/save.png", QKeySequence::Save, [this] { SaveFile(); }},
+                     {"SaveAs", ":/Icon/saveas.png", saveAsKey(),
                       [this] {
                           const QString before = std::exchange(documentPath_, QString());
                           if (!SaveFile())
                               documentPath_ = before;
                       }},
-                     {"ImportOldVersion", "import.png", {}, [this] { LoadOldVersion(); }},
+                     {"ImportOldVersion", ":/Icon/import.png", {}, [this] { LoadOldVersion(); }},
                      {"RecentFile", nullptr, {}, nullptr, recentFiles_->menu()},
                      {"Quit", nullptr, QKeySequence::Quit, [this] { close(); }}});
 }
 
 QMenu* Tornvale::settingMenu() {
     return makeMenu(menuBar(), "SettingMenu",
-                    {{"UserDir", "open.png", {}, [this] { chooseUserFolder(); }},
-                     {"ResetChain", "update.png", {}, [this] { ResetChain(); }},
-                     {"Language", "translate.png", {}, [this] { showFree<UiLanguage>(this); }},
-                     {"SetBackGroudColor", "color.png", {}, [this] { chooseBackground(); }},
+                    {{"UserDir", ":/Icon/open.png", {}, [this] { chooseUserFolder(); }},
+                     {"ResetChain", ":/Icon/update.png", {}, [this] { ResetChain(); }},
+                     {"Language", ":/Icon/translate.png", {}, [this] { showFree<UiLanguage>(this); }},
+                     {"SetBackGroudColor", ":/Icon/color.png", {}, [this] { chooseBackground(); }},
                      {"Admin", nullptr, {}, nullptr, nullptr, [this](bool on) { setAdmin(on); }}});
 }
 
 QMenu* Tornvale::operationMenu() {
     QMenu* menu = makeMenu(menuBar(), "OperationMenu",
-                           {{"Playback", "play.png", {}, [this] { showPlayback(); }},
-                            {"ToolManagerButton", "Tools.png", {}, [this] { showTools(); }}});
+                           {{"AnimationAction",
+                             ":/Icon/play.png",
+                             {},
+                             [this] { playCurrent(); },
+                             nullptr,
+                             nullptr,
+                             "TreeWidgetManager/ContextMenu"},
+                            {"Playback", ":/Icon/play.png", {}, [this] { showPlayback(); }},
+                            {"ToolManagerButton", ":/Icon/Tools.png", {}, [this] { showTools(); }}});
     addHistoryActions(*menu);
     QAction* code = codeDock_->toggleViewAction();
     code->setText(windowText("", "CodeDockWidget"));
@@ -132,20 +140,20 @@ QMenu* Tornvale::operationMenu() {
 
 QMenu* Tornvale::aboutMenu() {
     return makeMenu(menuBar(), "AboutMenu",
-                    {{"UserManual", "userManual.png", {}, [this] { openManual(); }},
-                     {"OneKeyPackaged", "wizard.png", {}, [this] { ExportPackage(); }},
-                     {"ImportFeedback", "import.png", {}, [this] { ImportPackage(); }},
-                     {"AboutTornvale", "about.png", QKeySequence::HelpContents,
+                    {{"UserManual", ":/Icon/userManual.png", {}, [this] { openManual(); }},
+                     {"OneKeyPackaged", ":/Icon/wizard.png", {}, [this] { ExportPackage(); }},
+                     {"ImportFeedback", ":/Icon/import.png", {}, [this] { ImportPackage(); }},
+                     {"AboutTornvale", ":/Icon/about.png", QKeySequence::HelpContents,
                       [this] { showFree<AboutTornvale>(this); }},
-                     {"UpdataInstruction", "update.png", {}, [this] { showUpdateMessage(); }}});
+                     {"UpdataInstruction", ":/Icon/update.png", {}, [this] { showUpdateMessage(); }}});
 }
 
 QMenu* Tornvale::debugMenu() {
     return makeMenu(this, "DebugMenu",
-                    {{"AddPoint", "Point.png", {}, [this] { addPoint(); }},
-                     {"PersonalView", "camera.png", {}, [this] { showPersonalView(); }},
-                     {"OutCamera", "inVector.png", {}, [this] { saveCamera(); }},
-                     {"InputCamera", "outVector.png", {}, [this] { loadCamera(); }}});
+                    {{"AddPoint", ":/Icon/Point.png", {}, [this] { addPoint(); }},
+                     {"PersonalView", ":/Icon/camera.png", {}, [this] { showPersonalView(); }},
+                     {"OutCamera", ":/Icon/inVector.png", {}, [this] { saveCamera(); }},
+                     {"InputCamera", ":/Icon/outVector.png", {}, [this] { loadCamera(); }}});
 }
 
 // --- operation ---

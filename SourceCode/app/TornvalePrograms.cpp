@@ -10,12 +10,14 @@
 #include "app/ProjectFile.h"
 #include "app/RecoveryFile.h"
 #include "app/Tornvale.h"
+#include "app/UserInfoForm.h"
 #include "core/UserDialogs.h"
 #include "core/Version.h"
 #include "items/CodeManagerItem.h"
 #include "items/CodePanel.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
+#include "items/UserTopItemManager.h"
 #include "machine/MotionNodeManager.h"
 #include "machine/readConfig.h"
 #include "nc/myTimer.h"
@@ -108,6 +110,24 @@ void Tornvale::addHistoryActions(QMenu& menu) {
         QKeySequence::Undo);
 }
 
+void Tornvale::playCurrent() {
+    QTreeWidgetItem* const row = programs_->currentItem();
+    if (auto* item = dynamic_cast<CodeManagerItem*>(row))
+        item->play();
+    else if (auto* group = dynamic_cast<UserTopItem*>(row))
+        group->play();
+    else
+        programs_->root().play();
+}
+
+void Tornvale::generateNcFile() {
+    // The file takes its name from the document, so the document must be on disk.
+    if (!SaveFile())
+        return;
+    if (const std::optional<QString> seconds = programs_->GenerateIsoCode(documentPath_))
+        userInfo_->setMachiningTime(*seconds);
+}
+
 void Tornvale::offerRecovery() {
     const std::optional<QString> left = RecoveryFile::leftBehind();
     if (!left)
@@ -131,5 +151,5 @@ void Tornvale::offerRecovery() {
     documentPath_.clear();
     showName(windowText("Recovery", "Title"));
     savedMark_ = {};
-    recovery_->jobChanged();
+    recovery_->adopt();
 }

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QDateTime>
 #include <QDebug>
 #include <QDir>
@@ -11,6 +12,7 @@
 
 #include "app/Demonstration.h"
 #include "app/ProjectFile.h"
+#include "app/QuietDialogs.h"
 #include "app/RecoveryFile.h"
 #include "app/Tornvale.h"
 #include "app/UserInfoForm.h"
@@ -256,7 +258,19 @@ void Tornvale::loadTemplate() {
 
 // --- demonstration ---
 
-bool Tornvale::loadDemonstration(const QString& program) {
+bool Tornvale::loadDemonstration(const QString& path) {
+    if (QFileInfo(path).suffix() != QLatin1String("tornvale"))
+        return loadDemonstrationProgram(path);
+    {
+        const QuietDialogs quiet;
+        if (!OpenFile(installationPath(path)))
+            return false;
+    }
+    programs_->root().play();
+    return true;
+}
+
+bool Tornvale::loadDemonstrationProgram(const QString& program) {
     constexpr int kTool = 0;
     QString problem;
     const std::optional<Demonstration> job = runDemonstration(program, kTool, problem);
@@ -312,6 +326,11 @@ void Tornvale::closeFreeWindows() {
     TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
     if (tools.isWindow())
         tools.close();
+    // Every editor and panel that floats by itself; what belongs to this window closes with it.
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window != this && window->isVisible() && window->parentWidget() == nullptr)
+            window->close();
+    }
 }
 
 void Tornvale::closeEvent(QCloseEvent* event) {

@@ -30,6 +30,7 @@ UserInfoForm::UserInfoForm(QWidget* parent) : QWidget(parent) {
     otherInfo_->setTabChangesFocus(true);
     form->addRow(textOf("OtherInfo"), otherInfo_);
     clear();
+    connect(otherInfo_, &QPlainTextEdit::textChanged, this, &UserInfoForm::edited);
     setCreatedTime(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
 }
 
@@ -43,6 +44,7 @@ QLineEdit* UserInfoForm::addField(QFormLayout& form, const char* key, bool readO
         edit->setPalette(shaded);
     }
     form.addRow(textOf(key), edit);
+    connect(edit, &QLineEdit::textEdited, this, &UserInfoForm::edited);
     return edit;
 }
 
@@ -63,6 +65,8 @@ void UserInfoForm::setHead(const ProjectHead& head) {
     productNumber_->setText(head.productsNo);
     partName_->setText(head.partName);
     partNumber_->setText(head.partNo);
+    for (QLineEdit* edit : {productName_, productNumber_, partName_, partNumber_})
+        edit->home(false);  // a long text shows its start
     otherInfo_->setPlainText(head.marked);
     createdTime_->setText(head.dateTime);
     machiningTime_->setText(head.LTime);
@@ -72,6 +76,10 @@ void UserInfoForm::clear() {
     ProjectHead empty;
     empty.LTime = QStringLiteral("0.0");
     setHead(empty);
+}
+
+void UserInfoForm::setMachiningTime(const QString& text) {
+    machiningTime_->setText(text);
 }
 
 void UserInfoForm::setCreatedTime(const QString& text) {

@@ -20,6 +20,12 @@ class UserInfoForm : public QWidget {
     /// Empty fields and a machining time of 0.0.
     void clear();
     void setCreatedTime(const QString& text);
+    /// Seconds, as text.
+    void setMachiningTime(const QString& text);
+
+  Q_SIGNALS:
+    /// The user has typed into the form.
+    void edited();
 
   private:
     QLineEdit* addField(QFormLayout& form, const char* key, bool readOnly = false);

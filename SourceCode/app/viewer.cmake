@@ -4,10 +4,11 @@ tornvale_add_library(tornvale_viewer_calc
 target_link_libraries(tornvale_viewer_calc PUBLIC Coin::Coin)
 
 tornvale_add_library(tornvale_viewer
+  ClickableViewer.cpp ClickableViewer.h
   MachineScene.cpp MachineScene.h
   MachineViewer.cpp MachineViewer.h
   OffscreenRenderer.cpp OffscreenRenderer.h)
-target_link_libraries(tornvale_viewer PUBLIC tornvale_viewer_calc tornvale_motion SoQt::SoQt)
+target_link_libraries(tornvale_viewer PUBLIC tornvale_viewer_calc tornvale_motion tornvale_path SoQt::SoQt)
 
 find_package(OpenGL QUIET COMPONENTS EGL)
 if(TARGET OpenGL::EGL)

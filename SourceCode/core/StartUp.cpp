@@ -84,7 +84,7 @@ void openProjectArgument(Tornvale& window, int argc, char** argv) {
         window.openProject(path);
 }
 
-/// The job that ./run.sh shows: a program of the installation, named by the environment.
+/// What ./run.sh shows: a project or a program of the installation, named by the environment.
 void startDemonstration(Tornvale& window) {
     const QString program = qEnvironmentVariable("TORNVALE_DEMONSTRATION");
     if (program.isEmpty() || !window.loadDemonstration(program))

@@ -7,9 +7,47 @@
 #include <Inventor/fields/SoSFNode.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 
+#include <clocale>
 #include <memory>
+#include <string>
 
 namespace {
+
+/// While it lives numbers have the "C" form. The scene library sees to that itself, but around each single
+/// number, which makes a large mesh slow.
+class PlainNumbers {
+  public:
+    PlainNumbers() : before_(std::setlocale(LC_NUMERIC, nullptr)) { std::setlocale(LC_NUMERIC, "C"); }
+    ~PlainNumbers() { std::setlocale(LC_NUMERIC, before_.c_str()); }
+    PlainNumbers(const PlainNumbers&) = delete;
+    PlainNumbers& operator=(const PlainNumbers&) = delete;
+
+  private:
+    std::string before_;
+};
+
+bool hasLongWord(const QString& text) {
+    constexpr int kLongest = 1000;
+    int length = 0;
+    for (const QChar c : text) {
+        const bool isEnd = c.isSpace() || c == QLatin1Char('[') || c == QLatin1Char(']') ||
+                           c == QLatin1Char('{') || c == QLatin1Char('}');
+        length = isEnd ? 0 : length + 1;
+        if (length > kLongest)
+            return true;
+    }
+    return false;
+}
+
+/// The text as the scene library may read it; empty when it may not. The library writes past its memory on
+/// names of 64 KB and on numbers of as many digits, and to it commas can be letters of a name.
+QByteArray readableText(const QString& text) {
+    if (!hasLongWord(text))
+        return text.toUtf8();
+    QString spaced = text;
+    spaced.replace(QLatin1Char(','), QLatin1String(", "));
+    return hasLongWord(spaced) ? QByteArray() : spaced.toUtf8();
+}
 
 /// A vertex property and nothing in it but values: no node inside that could open files, no connection.
 bool isPlainVertexProperty(const QString& text) {
@@ -42,15 +80,18 @@ std::optional<QVector<SbVec3f>> verticesOf(const QString& text) {
 }  // namespace
 
 QString fieldText(SoField& field) {
+    const PlainNumbers plain;
     SbString text;
     field.get(text);
     return QString::fromUtf8(text.getString());
 }
 
 bool setFieldText(SoField& field, const QString& text) {
+    const PlainNumbers plain;
     const SceneReadErrors quiet;
     const std::unique_ptr<SoField> value(static_cast<SoField*>(field.getTypeId().createInstance()));
-    if (text.trimmed().isEmpty() || !value->set(text.toUtf8().constData()))
+    const QByteArray readable = readableText(text);
+    if (readable.trimmed().isEmpty() || !value->set(readable.constData()))
         return false;
     field.copyFrom(*value);
     return true;

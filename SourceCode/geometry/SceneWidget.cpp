@@ -2,6 +2,8 @@
 
 #include <QEvent>
 
+#include "core/SceneName.h"
+
 SceneWidget::SceneWidget(QWidget* parent) : QWidget(parent) {
     followParent();  // the parent's event came before this class could see it
 }
@@ -12,7 +14,7 @@ SceneWidget::~SceneWidget() {
 
 void SceneWidget::setDisplayName(const QString& name) {
     displayName_ = name;
-    setName(SbName(name.toUtf8().constData()));
+    setName(sceneName(name));
 }
 
 bool SceneWidget::event(QEvent* event) {

@@ -5,12 +5,15 @@
 #include <Inventor/nodes/SoSwitch.h>
 #include <Inventor/nodes/SoTexture2.h>
 
+#include <QDateTime>
 #include <QDebug>
+#include <QFileInfo>
 #include <QImage>
 #include <QTreeWidgetItem>
 
 #include "core/InstallationFolder.h"
 #include "core/LanguageReader.h"
+#include "core/SceneName.h"
 #include "core/getUniquelyIdentifies.h"
 #include "geometry/FieldText.h"
 #include "geometry/ModelCarrier.h"
@@ -29,9 +32,26 @@ QString nameOf(const SoBase* node) {
     return node == nullptr ? QString() : QString::fromUtf8(node->getName().getString());
 }
 
-/// The scene library's rows start at the bottom.
-void setImage(SoTexture2& texture, const QImage& picture) {
-    const QImage image = picture.convertToFormat(QImage::Format_RGB888).mirrored();
+/// The picture as the scene library takes it: its rows start at the bottom. It is read once for all models,
+/// and again when the file has changed.
+QImage textureImage(const QString& path) {
+    constexpr int kLargestSide = 2048;
+    static QString known;
+    static QDateTime modified;
+    static QImage image;
+    const QFileInfo file(path);
+    if (path == known && file.lastModified() == modified)
+        return image;
+    known = path;
+    modified = file.lastModified();
+    image = QImage(path);
+    if (image.width() > kLargestSide || image.height() > kLargestSide)
+        image = image.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio);
+    image = image.convertToFormat(QImage::Format_RGB888).mirrored();
+    return image;
+}
+
+void setImage(SoTexture2& texture, const QImage& image) {
     constexpr int kComponents = 3;
     const SbVec2s size(static_cast<short>(image.width()), static_cast<short>(image.height()));
     texture.image.setValue(size, kComponents, nullptr);
@@ -87,14 +107,12 @@ UserModelNode::~UserModelNode() {
 }
 
 void UserModelNode::loadTexture() {
-    constexpr int kLargestSide = 2048;
-    const QImage picture(texturePath_);
-    if (picture.isNull()) {
+    const QImage image = textureImage(texturePath_);
+    if (image.isNull()) {
         qDebug().noquote() << textOf("PixmapNotExistedErrorMsg") + '\t' + texturePath_;
         return;
     }
-    const bool isLarge = picture.width() > kLargestSide || picture.height() > kLargestSide;
-    setImage(*texture_, isLarge ? picture.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio) : picture);
+    setImage(*texture_, image);
 }
 
 bool UserModelNode::loadFromStl(const QString& path) {
@@ -109,7 +127,7 @@ bool UserModelNode::loadFromStl(const QString& path) {
 
 void UserModelNode::loadFromJson(const QJsonObject& object) {
     const auto member = [&object](const char* key) { return object.value(QLatin1String(key)).toString(); };
-    setName(SbName(member("name").toUtf8().constData()));
+    setName(sceneName(member("name")));
     SoSFInt32 whichChild;
     if (setFieldText(whichChild, member("switcher")))
         setVisible(whichChild.getValue() != SO_SWITCH_NONE);
@@ -120,7 +138,7 @@ void UserModelNode::loadFromJson(const QJsonObject& object) {
 }
 
 void UserModelNode::loadOldVersionData(const QString& name, const QString& vertices, const QString& indices) {
-    setName(SbName(name.toUtf8().constData()));
+    setName(sceneName(name));
     setGeometry(vertices, indices);
 }
 

@@ -292,11 +292,12 @@ CodeManagerItem* CodeManagerItem::sibling(int step) const {
     return index < 0 ? nullptr : dynamic_cast<CodeManagerItem*>(parent->child(index));
 }
 
-CodeManagerItem* CodeManagerItem::previousActive() const {
+CodeManagerItem* CodeManagerItem::activeNeighbour(int step) const {
     const QTreeWidgetItem* parent = QTreeWidgetItem::parent();
     if (parent == nullptr)
         return nullptr;
-    for (int i = parent->indexOfChild(const_cast<CodeManagerItem*>(this)) - 1; i >= 0; --i) {
+    const int index = parent->indexOfChild(const_cast<CodeManagerItem*>(this));
+    for (int i = index + step; i >= 0 && i < parent->childCount(); i += step) {
         auto* item = dynamic_cast<CodeManagerItem*>(parent->child(i));
         if (item != nullptr && item->isActive() && item->chainName() == chainName())
             return item;
@@ -304,17 +305,12 @@ CodeManagerItem* CodeManagerItem::previousActive() const {
     return nullptr;
 }
 
+CodeManagerItem* CodeManagerItem::previousActive() const {
+    return activeNeighbour(-1);
+}
+
 CodeManagerItem* CodeManagerItem::nextActive() const {
-    const QTreeWidgetItem* parent = QTreeWidgetItem::parent();
-    if (parent == nullptr)
-        return nullptr;
-    for (int i = parent->indexOfChild(const_cast<CodeManagerItem*>(this)) + 1; i < parent->childCount();
-         ++i) {
-        auto* item = dynamic_cast<CodeManagerItem*>(parent->child(i));
-        if (item != nullptr && item->isActive() && item->chainName() == chainName())
-            return item;
-    }
-    return nullptr;
+    return activeNeighbour(1);
 }
 
 double CodeManagerItem::previousFifth() const {
@@ -486,13 +482,25 @@ void CodeManagerItem::restore(const ItemState& state) {
     tool_->refreshRow();
     setKindRecord(state.kind);
     refreshUserCoordinateIds();
-    setChecked(state.checked);
+    const bool isNew = state.checked && state.record.IsoCode.isEmpty();
+    setChecked(state.checked && !isNew);
     const userCoordinateSystem* system = ucs();
     // The code of a state fits the origin of that moment only.
     if (system != nullptr && system->translation() != record_.UserCoordinate && !record_.IsoCode.isEmpty())
         doIt();
     else
         refresh();
+    if (isNew)
+        markNew();
+}
+
+/// No code, and still checked: nothing was generated yet that could have failed.
+void CodeManagerItem::markNew() {
+    leaveScene();
+    setChecked(true);
+    paintRow(kChecked);
+    if (UserTopItem* parent = group())
+        Q_EMIT parent->itemRefreshed(this);
 }
 
 bool sameState(const ItemState& one, const ItemState& other) {

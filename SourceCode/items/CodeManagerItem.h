@@ -12,11 +12,9 @@
 #include "nc/ProgramItem.h"
 #include "tools/ToolObserver.h"
 
-class QMenu;
 class QPoint;
 class UserTopItem;
 class userCoordinateSystem;
-enum class ItemChange;
 
 namespace TORNVALE {
 
@@ -155,9 +153,11 @@ class CodeManagerItem : public QTreeWidgetItem, public ToolObserver, public Prog
     void paintRow(const QColor& colour);
     void paintLimits();
     void markFailed();
+    void markNew();
     void leaveScene();
     [[nodiscard]] userCoordinateSystem* ucs() const;
     [[nodiscard]] CodeManagerItem* sibling(int step) const;
+    [[nodiscard]] CodeManagerItem* activeNeighbour(int step) const;
 
     ItemRecord record_;
     std::unique_ptr<ToolData> tool_;

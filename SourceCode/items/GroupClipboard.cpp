@@ -2,6 +2,7 @@
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
 
 #include "items/CodeManagerItem.h"
 #include "items/GenerationProgress.h"
@@ -44,17 +45,13 @@ void UserTopItem::copySelection() {
 }
 
 void UserTopItem::cutSelection() {
-    const QVector<CodeManagerItem*> chosen = itemsToCopy();
+    QVector<CodeManagerItem*> chosen = itemsToCopy();
     copyItems(chosen);
-    CodeManagerItem* behind = nullptr;
-    for (CodeManagerItem* item : chosen) {
-        if (item->type() == TORNVALE::kCurveItem)
-            continue;
-        behind = dynamic_cast<CodeManagerItem*>(child(indexOfChild(item) + 1));
-        release(item);
-    }
-    if (behind != nullptr)
-        behind->regenerate();
+    chosen.erase(
+        std::remove_if(chosen.begin(), chosen.end(),
+                       [](const CodeManagerItem* item) { return item->type() == TORNVALE::kCurveItem; }),
+        chosen.end());
+    takeOut(chosen);
     Q_EMIT edited(QStringLiteral("CutItem"));
 }
 

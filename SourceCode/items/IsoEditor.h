@@ -39,7 +39,6 @@ class IsoEditor : public QWidget, public ToolObserver {
     /// The list of installed tools is new.
     void UpdateToolList(QList<ToolData*> tools) override;
 
-  public Q_SLOTS:
     /// Stores the inputs in the item and generates it. A number that cannot be read keeps everything as it
     /// was: the input gets the focus and says what belongs there. True when the inputs are stored.
     bool apply();

@@ -10,7 +10,9 @@
 #include "items/IsoEditor.h"
 #include "items/UserTopItem.h"
 #include "machine/Transform.h"
+#include "machine/readConfig.h"
 #include "nc/GCodeConversionStrategy.h"
+#include "nc/calc/IsoPlacement.h"
 #include "tools/ToolData.h"
 
 namespace TORNVALE {
@@ -107,6 +109,10 @@ void IsoItem::doIt() {
     if (parent == nullptr)
         qFatal("parent is nullptr.");
     prepare();
+    if (!canBePlaced()) {
+        refresh();
+        return;
+    }
     HandleIsoCode::GCodeConverter converter(record().Chain);
     converter.auxiliaryAxis = parent->auxiliaryAxis();
     converter.previousFifth = previousFifth();
@@ -126,6 +132,23 @@ void IsoItem::doIt() {
     updateTime();
     refresh();
     closeGeneration();
+}
+
+/// Placing needs the rotary axes of the chain. A document may name a chain that has none, or that this
+/// machine does not have: it costs the item, not the process.
+bool IsoItem::canBePlaced() {
+    const ItemRecord& placing = record();
+    if (placing.translation == SbVec3f(0, 0, 0) && placing.offset == SbVec3f(0, 0, 0) &&
+        iso_.mirrorAngle == 0)
+        return true;
+    Diagnostics diagnostics;
+    if (rotaryDirections(ConfigReader::instance().description(), placing.Chain, diagnostics))
+        return true;
+    ItemRecord& texts = editRecord();
+    for (QString* text : {&texts.LeadIn, &texts.LeadOut, &texts.IsoCode, &texts.WorkCode})
+        text->clear();
+    setProblem({0, QStringLiteral("NoRotaryAxes"), diagnostics.entries.back().text});
+    return false;
 }
 
 void IsoItem::take(const HandleIsoCode::GCodeConverter& converter) {

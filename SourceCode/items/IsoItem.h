@@ -43,6 +43,7 @@ class IsoItem : public CodeManagerItem {
     void setKindRecord(const KindRecord& kind) override;
 
   private:
+    [[nodiscard]] bool canBePlaced();
     void take(const HandleIsoCode::GCodeConverter& converter);
     void setProblem(const IsoProblem& problem);
 

@@ -7,6 +7,7 @@
 #include "core/LanguageReader.h"
 #include "core/UserDialogs.h"
 #include "items/CodeManagerItem.h"
+#include "items/TreeOrder.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
 #include "items/UserTopItemManager.h"
@@ -21,6 +22,8 @@ using TORNVALE::CodeManagerItem;
 
 namespace {
 
+constexpr int kInsertIsoProgram = 3;  // operation of the wizard
+
 QString treeText(const char* key) {
     return TORNVALE::LanguageReader::instance().text(QStringLiteral("TreeWidgetManager"), QLatin1String(key));
 }
@@ -33,8 +36,7 @@ void TreeWidgetManager::OperationWizardSlot(int operation, const QString& wcsNam
         qFatal("parent is nullptr.");
     setCurrentItem(group);
     group->setExpanded(true);
-    constexpr int kIsoItem = 3;
-    if (operation == kIsoItem)
+    if (operation == kInsertIsoProgram)
         group->InsertIsoItem(nullptr);
     fitColumns();
 }
@@ -48,7 +50,7 @@ void TreeWidgetManager::mouseDoubleClickEvent(QMouseEvent* event) {
         if (group == nullptr && root_->childCount() > 0)
             group = root_->groups().first();
         if (group != nullptr)
-            OperationWizardSlot(3, group->wcsName());
+            OperationWizardSlot(kInsertIsoProgram, group->wcsName());
         return;
     }
     QTreeWidget::mouseDoubleClickEvent(event);
@@ -193,24 +195,13 @@ void TreeWidgetManager::startDrag(Qt::DropActions actions) {
 }
 
 void TreeWidgetManager::dropEvent(QDropEvent* event) {
-    CodeManagerItem* const dragged = dragged_;
-    if (dragged == nullptr) {
+    if (dragged_ == nullptr) {
         event->ignore();
         return;
     }
-    UserTopItem* const from = dragged->group();
-    const int fromIndex = from == nullptr ? -1 : from->indexOfChild(dragged);
+    const TORNVALE::TreeOrder before(*root_);
+    const CodeManagerItem* const dragged = dragged_;
     QTreeWidget::dropEvent(event);
-    UserTopItem* const to = dragged->group();
-    if (to == nullptr || (to == from && to->indexOfChild(dragged) == fromIndex))
-        return;
-    if (dragged->type() != TORNVALE::kCurveItem) {
-        dragged->reactToNewPlace();
-        dragged->doIt();
-    }
-    if (from != nullptr && from != to)
-        from->regenerateFrom(fromIndex);
-    to->regenerateFrom(from == to ? qMin(fromIndex, to->indexOfChild(dragged))
-                                  : to->indexOfChild(dragged) + 1);
-    edited(QStringLiteral("MoveItem"));
+    if (before.settle(*root_, dragged))
+        edited(QStringLiteral("MoveItem"));
 }

@@ -4,7 +4,6 @@
 #include <functional>
 #include <vector>
 
-class QMenu;
 class QPoint;
 
 namespace TORNVALE {

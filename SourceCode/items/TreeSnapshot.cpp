@@ -5,15 +5,28 @@
 
 #include "items/CodeManagerItem.h"
 #include "items/ItemMaker.h"
-#include "items/UserTopItem.h"
 #include "items/UserTopItemManager.h"
 
 namespace TORNVALE {
 
+namespace {
+
+bool isChecked(const QTreeWidgetItem& row) {
+    return row.checkState(CodeManagerItem::kNameColumn) == Qt::Checked;
+}
+
+}  // namespace
+
 TreeSnapshot takeSnapshot(const UserTopItemManager& root) {
     TreeSnapshot snapshot;
-    for (const UserTopItem* group : root.groups()) {
-        TreeSnapshot::Group part{group->wcsName(), {}, group->headerTail()->headerTail.records()};
+    snapshot.checked = isChecked(root);
+    for (UserTopItem* group : root.groups()) {
+        group->refreshDerivedTexts();
+        TreeSnapshot::Group part{group->wcsName(),
+                                 isChecked(*group),
+                                 {},
+                                 group->headerTail()->headerTail.records(),
+                                 group->keptBlocks()};
         for (const CodeManagerItem* item : group->items())
             part.items.append(item->state());
         snapshot.groups.append(std::move(part));
@@ -27,7 +40,8 @@ bool sameSnapshot(const TreeSnapshot& one, const TreeSnapshot& other) {
     for (int g = 0; g < one.groups.size(); ++g) {
         const TreeSnapshot::Group& left = one.groups[g];
         const TreeSnapshot::Group& right = other.groups[g];
-        if (left.items.size() != right.items.size() || left.headerTail != right.headerTail)
+        if (left.items.size() != right.items.size() || left.headerTail != right.headerTail ||
+            left.keptBlocks != right.keptBlocks)
             return false;
         for (int i = 0; i < left.items.size(); ++i) {
             if (left.items[i] != right.items[i] && !sameState(*left.items[i], *right.items[i]))
@@ -39,6 +53,7 @@ bool sameSnapshot(const TreeSnapshot& one, const TreeSnapshot& other) {
 
 void restoreSnapshot(UserTopItemManager& root, const TreeSnapshot& snapshot) {
     std::map<quint64, std::unique_ptr<CodeManagerItem>> present;
+    root.takeCheckState(snapshot.checked);
     for (UserTopItem* group : root.groups()) {
         for (CodeManagerItem* item : group->items())
             present.emplace(item->state()->id, group->release(item));
@@ -47,7 +62,9 @@ void restoreSnapshot(UserTopItemManager& root, const TreeSnapshot& snapshot) {
         UserTopItem* group = root.group(part.wcsName);
         if (group == nullptr)
             continue;
+        group->takeCheckState(part.checked);
         group->headerTail()->headerTail.setRecords(part.headerTail);
+        group->setKeptBlocks(part.keptBlocks);
         for (const SharedItemState& state : part.items) {
             const auto known = present.find(state->id);
             std::unique_ptr<CodeManagerItem> item;

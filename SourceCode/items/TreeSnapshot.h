@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "items/ItemState.h"
+#include "items/UserTopItem.h"
 #include "nc/calc/HeaderTail.h"
 
 class UserTopItemManager;
@@ -15,15 +16,20 @@ namespace TORNVALE {
 struct TreeSnapshot {
     struct Group {
         QString wcsName;
+        bool checked = true;
         QVector<SharedItemState> items;
         std::vector<HeaderTailRecord> headerTail;
+        UserTopItem::KeptBlocks keptBlocks;
     };
+    bool checked = true;  ///< of the root
     QVector<Group> groups;
 };
 
+/// Brings the derived texts of the groups up to date: playing, which does it too, is no change.
 [[nodiscard]] TreeSnapshot takeSnapshot(const UserTopItemManager& root);
 
-/// Whether both show the same programs.
+/// Whether both hold the same programs. The check marks of root and groups are no difference: no document
+/// keeps them.
 [[nodiscard]] bool sameSnapshot(const TreeSnapshot& one, const TreeSnapshot& other);
 
 /// The programs become those of the snapshot, without generating anything. Items that are in it already

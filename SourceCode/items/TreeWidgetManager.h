@@ -3,6 +3,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <QTreeWidget>
+#include <optional>
 
 #include "items/TreeSnapshot.h"
 
@@ -38,6 +39,10 @@ class TreeWidgetManager : public QTreeWidget {
     bool Set(const QJsonObject& object, bool isValue);
     /// No items, nothing to undo.
     void clearAll();
+
+    /// Writes the NC file of this document through the post-processor, and says so or why not. Gives the
+    /// machining time in seconds, with three decimals; nothing when there is no file.
+    [[nodiscard]] std::optional<QString> GenerateIsoCode(const QString& documentPath);
 
     /// Operation on the group of this work coordinate system, which there must be. 3: an ISO item.
     void OperationWizardSlot(int operation, const QString& wcsName);

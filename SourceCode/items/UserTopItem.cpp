@@ -3,6 +3,7 @@
 #include <QDebug>
 #include <QJsonArray>
 #include <QScopedValueRollback>
+#include <QSet>
 #include <algorithm>
 
 #include "core/LanguageReader.h"
@@ -13,12 +14,12 @@
 #include "items/IsoItem.h"
 #include "items/ItemMaker.h"
 #include "items/PlaybackText.h"
-#include "items/calc/ItemText.h"
 #include "machine/MotionNodeManager.h"
 #include "machine/readConfig.h"
 #include "nc/HeaderTailEditor.h"
 #include "nc/UserPostProcessor.h"
 #include "nc/calc/HeaderTail.h"
+#include "nc/calc/ProgramText.h"
 #include "setup/WorkCoordinateSystem.h"
 #include "tools/ToolManager.h"
 
@@ -154,29 +155,41 @@ QVector<CodeManagerItem*> UserTopItem::selectedItems() const {
 
 void UserTopItem::removeSelected() {
     const QVector<CodeManagerItem*> all = items();
-    QVector<bool> goes(all.size(), false);
-    int last = -1;
+    QVector<CodeManagerItem*> gone;
     for (int i = 0; i < all.size(); ++i) {
-        if (!all[i]->isSelected())
-            continue;
-        last = i;
-        for (const int k : {i - 1, i, i + 1}) {
-            if (k >= 0 && k < all.size() && (k == i || all[k]->type() == TORNVALE::kCurveItem)) {
-                goes[k] = true;
-                last = std::max(last, k);
-            }
+        const auto isSelected = [&all](int index) {
+            return index >= 0 && index < all.size() && all[index]->isSelected();
+        };
+        const bool isCurve = all[i]->type() == TORNVALE::kCurveItem;
+        if (isSelected(i) || (isCurve && (isSelected(i - 1) || isSelected(i + 1))))
+            gone.append(all[i]);
+    }
+    if (gone.isEmpty())
+        return;
+    takeOut(gone);
+    Q_EMIT edited(QStringLiteral("RemoveItem"));
+}
+
+/// Destroys these items. Whatever has followed one of them on its chain generates anew: it starts from
+/// another place now.
+void UserTopItem::takeOut(const QVector<CodeManagerItem*>& gone) {
+    QSet<QString> openChains;
+    QVector<CodeManagerItem*> followers;
+    for (CodeManagerItem* item : items()) {
+        if (gone.contains(item)) {
+            openChains.insert(item->chainName());
+        } else if (openChains.contains(item->chainName())) {
+            followers.append(item);
+            if (item->isActive())
+                openChains.remove(item->chainName());
         }
     }
-    if (last < 0)
-        return;
-    CodeManagerItem* behind = all.value(last + 1);
-    for (int i = 0; i < all.size(); ++i) {
-        if (goes[i])
-            release(all[i]);
-    }
-    if (behind != nullptr)
-        behind->regenerate();
-    Q_EMIT edited(QStringLiteral("RemoveItem"));
+    for (CodeManagerItem* item : gone)
+        release(item);
+    changeTogether([&followers] {
+        for (CodeManagerItem* item : followers)
+            item->regenerate();
+    });
 }
 
 void UserTopItem::clear() {
@@ -222,6 +235,11 @@ void UserTopItem::regenerateFrom(int index) {
     }
 }
 
+void UserTopItem::takeCheckState(bool checked) {
+    const QScopedValueRollback<bool> itself(changingItself_, true);
+    setCheckState(kNameColumn, checked ? Qt::Checked : Qt::Unchecked);
+}
+
 void UserTopItem::setData(int column, int role, const QVariant& value) {
     QTreeWidgetItem::setData(column, role, value);
     if (changingItself_ || column != kNameColumn || role != Qt::CheckStateRole)
@@ -248,8 +266,8 @@ void UserTopItem::refreshDerivedTexts() {
         };
         const auto first = std::find_if(all.begin(), all.end(), takes);
         const auto last = std::find_if(all.rbegin(), all.rend(), takes);
-        const QString header = first == all.end() ? QString() : firstLine((*first)->LeadIn());
-        const QString tail = last == all.rend() ? QString() : lastLine((*last)->LeadOut());
+        const QString header = first == all.end() ? QString() : firstLineOf((*first)->LeadIn()).toString();
+        const QString tail = last == all.rend() ? QString() : lastLineOf((*last)->LeadOut()).toString();
         if (!header.isEmpty())
             record.itemHeader = header;
         if (!tail.isEmpty())
@@ -259,7 +277,13 @@ void UserTopItem::refreshDerivedTexts() {
 
 void UserTopItem::editHeaderTail() {
     refreshDerivedTexts();
-    TORNVALE::HeaderTailEditor::instance().Edit(headerTail_.get());
+    TORNVALE::HeaderTailEditor& editor = TORNVALE::HeaderTailEditor::instance();
+    disconnect(&editor, nullptr, this, nullptr);
+    connect(&editor, &TORNVALE::HeaderTailEditor::changed, this, [this, &editor] {
+        if (editor.items() == headerTail_.get())
+            Q_EMIT edited(QStringLiteral("HeaderTail"));
+    });
+    editor.Edit(headerTail_.get());
 }
 
 void UserTopItem::play() {
@@ -283,15 +307,16 @@ void UserTopItem::Set(const QJsonObject& object) {
 
 void UserTopItem::readItems(const QJsonArray& blocks) {
     GenerationRun run(blocks.size());
+    const int keptBefore = keptBlocks_.size();
     for (const QJsonValue& value : blocks) {
         const QJsonObject block = value.toObject();
         std::unique_ptr<CodeManagerItem> made = TORNVALE::makeItem(TORNVALE::itemTypeOf(block));
         if (made == nullptr) {
-            keepBlock(block);
+            keptBlocks_.append({childCount(), block});
             continue;
         }
         if (!run.step(block.value(QStringLiteral("itemName")).toString()))
-            return;
+            break;
         CodeManagerItem* item = made.get();
         adopt(std::move(made), -1);
         item->editRecord().WCSName = record_.name;
@@ -301,14 +326,22 @@ void UserTopItem::readItems(const QJsonArray& blocks) {
         item->doIt();
         item->takeCheckState(block.value(QStringLiteral("checkState")).toBool());
     }
+    tellKeptBlocks(keptBefore);
 }
 
-void UserTopItem::keepBlock(const QJsonObject& block) {
-    userDialogs().tell(UserDialogs::Kind::Warning, treeText("Title"),
-                       TORNVALE::LanguageReader::instance().text(QStringLiteral("UserTopItem"),
-                                                                 QStringLiteral("ItemNameErrorMsg")) +
-                           QLatin1Char('\n') + block.value(QStringLiteral("itemName")).toString());
-    keptBlocks_.append({childCount(), block});
+/// One box for all blocks kept since: a document may hold thousands.
+void UserTopItem::tellKeptBlocks(int keptBefore) {
+    constexpr int kMostNames = 10;
+    constexpr int kMostCharacters = 100;
+    if (keptBlocks_.size() == keptBefore)
+        return;
+    QString text = TORNVALE::LanguageReader::instance().text(QStringLiteral("UserTopItem"),
+                                                             QStringLiteral("ItemNameErrorMsg"));
+    for (const auto& [place, block] : keptBlocks_.mid(keptBefore, kMostNames))
+        text += QLatin1Char('\n') + block.value(QStringLiteral("itemName")).toString().left(kMostCharacters);
+    if (keptBlocks_.size() - keptBefore > kMostNames)
+        text += QStringLiteral("\n... (%1)").arg(keptBlocks_.size() - keptBefore);
+    userDialogs().tell(UserDialogs::Kind::Warning, treeText("Title"), text);
 }
 
 QJsonObject UserTopItem::Get() const {

@@ -7,10 +7,10 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "nc/ProgramItem.h"
 
-class QMenu;
 struct workCoordinateSystemStruct;
 
 namespace TORNVALE {
@@ -41,7 +41,7 @@ class UserTopItem : public QWidget, public QTreeWidgetItem, public TORNVALE::Pro
     void adopt(std::unique_ptr<TORNVALE::CodeManagerItem> item, int index);
     /// Takes it out without destroying it.
     std::unique_ptr<TORNVALE::CodeManagerItem> release(TORNVALE::CodeManagerItem* item);
-    /// The selected children and the curves beside them go; the item behind them regenerates.
+    /// The selected children and the curves beside them go; the items that have followed them regenerate.
     void removeSelected();
     /// Destroys all items; fresh header and tail records.
     void clear();
@@ -88,6 +88,13 @@ class UserTopItem : public QWidget, public QTreeWidgetItem, public TORNVALE::Pro
     [[nodiscard]] std::shared_ptr<AuxiliaryAxis> auxiliaryAxis() const override;
     [[nodiscard]] FormatItems* headerTail() const override { return headerTail_.get(); }
 
+    /// Items of kinds that are not known, with the number of items before them: written back as they came.
+    using KeptBlocks = QVector<QPair<int, QJsonObject>>;
+    [[nodiscard]] const KeptBlocks& keptBlocks() const { return keptBlocks_; }
+    void setKeptBlocks(KeptBlocks blocks) { keptBlocks_ = std::move(blocks); }
+    /// The group's own check mark; its items stay as they are.
+    void takeCheckState(bool checked);
+
     void setData(int column, int role, const QVariant& value) override;
 
   Q_SIGNALS:
@@ -100,18 +107,18 @@ class UserTopItem : public QWidget, public QTreeWidgetItem, public TORNVALE::Pro
     void SetupAuxiliaryAxis();
     void freshRecords();
     void readItems(const QJsonArray& blocks);
-    void keepBlock(const QJsonObject& block);
+    void tellKeptBlocks(int keptBefore);
     [[nodiscard]] QVector<TORNVALE::CodeManagerItem*> selectedItems() const;
     [[nodiscard]] QVector<TORNVALE::CodeManagerItem*> itemsToCopy() const;
     void copyItems(const QVector<TORNVALE::CodeManagerItem*>& chosen) const;
+    void takeOut(const QVector<TORNVALE::CodeManagerItem*>& gone);
     [[nodiscard]] QString report() const;
 
     const workCoordinateSystemStruct& record_;
     QString Chain;
     std::unique_ptr<FormatItems> headerTail_;
     std::shared_ptr<AuxiliaryAxis> auxiliaryAxis_;
-    /// Items of kinds that are not known, with the number of items before them: written back as they came.
-    QVector<QPair<int, QJsonObject>> keptBlocks_;
+    KeptBlocks keptBlocks_;
     bool sweeping_ = false;
     int held_ = 0;
     int firstHeld_ = -1;

@@ -13,7 +13,7 @@ UserTopItemManager::UserTopItemManager() : QTreeWidgetItem(kItemType) {
     setFlags(Qt::ItemIsSelectable | Qt::ItemIsUserCheckable | Qt::ItemIsEnabled);
     setText(0, TORNVALE::LanguageReader::instance().text(QStringLiteral("UserTopItemManager"),
                                                          QStringLiteral("Title")));
-    QTreeWidgetItem::setData(TORNVALE::CodeManagerItem::kNameColumn, Qt::CheckStateRole, Qt::Checked);
+    takeCheckState(true);
 }
 
 QVector<UserTopItem*> UserTopItemManager::groups() const {
@@ -67,6 +67,11 @@ void UserTopItemManager::popupMenu(const QPoint& place, const std::function<void
     TORNVALE::popupTreeMenu({treeEntry("AnimationAction", "play.png", [this] { play(); }),
                              treeEntry("RemoveAllItemsAction", "delete.png", removeAll)},
                             place);
+}
+
+void UserTopItemManager::takeCheckState(bool checked) {
+    QTreeWidgetItem::setData(TORNVALE::CodeManagerItem::kNameColumn, Qt::CheckStateRole,
+                             checked ? Qt::Checked : Qt::Unchecked);
 }
 
 void UserTopItemManager::setData(int column, int role, const QVariant& value) {

@@ -31,5 +31,8 @@ class UserTopItemManager : public QTreeWidgetItem {
     void play();
     void popupMenu(const QPoint& place, const std::function<void()>& removeAll);
 
+    /// The root's own check mark; groups and items stay as they are.
+    void takeCheckState(bool checked);
+
     void setData(int column, int role, const QVariant& value) override;
 };

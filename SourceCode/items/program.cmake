@@ -1,6 +1,7 @@
 # The program tree.
 tornvale_add_library(tornvale_items
   CodeManagerItem.cpp CodeManagerItem.h
+  GenerateIsoCode.cpp GenerateIsoCode.h
   GenerationProgress.cpp GenerationProgress.h
   GroupClipboard.cpp
   GroupMenu.cpp
@@ -17,6 +18,7 @@ tornvale_add_library(tornvale_items
   SourceFile.cpp SourceFile.h
   TreeGestures.cpp
   TreeMenu.cpp TreeMenu.h
+  TreeOrder.cpp TreeOrder.h
   TreeSnapshot.cpp TreeSnapshot.h
   TreeWidgetManager.cpp TreeWidgetManager.h
   UserTopItem.cpp UserTopItem.h

@@ -8,10 +8,19 @@
 CollisionGroups::CollisionGroups(const MachineDescription& machine, const MachineNodes& nodes)
     : machine_(machine), nodes_(nodes) {}
 
+/// Axes and zones first: a search of the scene walks all of it, and what a project has named like an axis is
+/// none.
+SoNode* CollisionGroups::nodeOf(const QString& key) const {
+    if (AxisBase* const axis = nodes_.findAxis(key))
+        return axis;
+    if (WorkCoordinateSystem* const zone = nodes_.findZone(key))
+        return zone;
+    return nodes_.findNode(key);
+}
+
 CollisionObjects CollisionGroups::collect(const QString& key) const {
     CollisionObjects objects;
-    SoNode* const node = nodes_.findNode(key);
-    if (auto* carried = dynamic_cast<CarriedNode*>(node))
+    if (auto* carried = dynamic_cast<CarriedNode*>(nodeOf(key)))
         carried->appendCollisionObjects(objects);
     objects.removeAll(nullptr);
     return objects;
@@ -20,7 +29,7 @@ CollisionObjects CollisionGroups::collect(const QString& key) const {
 void CollisionGroups::make() {
     groups_.clear();
     for (const QString& head : chainHeads(machine_.machineParameters.kinematicChain)) {
-        if (dynamic_cast<AxisBase*>(nodes_.findNode(head)) != nullptr)
+        if (dynamic_cast<AxisBase*>(nodeOf(head)) != nullptr)
             groups_.insert(head, collect(head));
     }
     QSet<const fcl::CollisionObject<float>*> grouped;
@@ -79,7 +88,7 @@ void CollisionGroups::refresh(const QStringList& chain) {
 
 void CollisionGroups::refreshSpindleGroups() {
     for (const QString& head : qAsConst(toolChainRoots_)) {
-        if (dynamic_cast<AxisBase*>(nodes_.findNode(head)) != nullptr)
+        if (dynamic_cast<AxisBase*>(nodeOf(head)) != nullptr)
             groups_.insert(head, collect(head));
     }
     plan_ = makeCollisionPlan(groups_.keys(), toolChainRoots_);

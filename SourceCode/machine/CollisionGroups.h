@@ -48,6 +48,7 @@ class CollisionGroups {
     [[nodiscard]] const QStringList& toolChainRoots() const { return toolChainRoots_; }
 
   private:
+    [[nodiscard]] SoNode* nodeOf(const QString& key) const;
     [[nodiscard]] CollisionObjects collect(const QString& key) const;
     void findSpindleHeads();
 

@@ -4,6 +4,7 @@
 #include <Inventor/SoPath.h>
 #include <Inventor/actions/SoSearchAction.h>
 
+#include "core/SceneName.h"
 #include "core/getUniquelyIdentifies.h"
 
 namespace {
@@ -12,7 +13,7 @@ namespace {
 SbName sceneNameOf(const QString& name) {
     auto* const probe = new SoSeparator;  // owned by its reference
     probe->ref();
-    probe->setName(SbName(name.toUtf8().constData()));
+    probe->setName(sceneName(name));
     const SbName kept = probe->getName();
     probe->unref();
     return kept;
@@ -38,7 +39,7 @@ MachineNodes::MachineNodes(const QString& rootName) : root_(nullptr) {
     getUniquelyIdentifies::instance();  // starts the scene library
     root_ = new SoSeparator;            // owned by its reference
     root_->ref();
-    root_->setName(SbName(rootName.toUtf8().constData()));
+    root_->setName(sceneName(rootName));
 }
 
 MachineNodes::~MachineNodes() {

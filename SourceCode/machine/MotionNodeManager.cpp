@@ -151,6 +151,7 @@ void MotionNodeManager::markCollided(const QStringList& chain) {
 
 void MotionNodeManager::ResetCollided() {
     pimpl_->marks.reset();
+    Q_EMIT contactsReset();
 }
 
 bool MotionNodeManager::isCollisionEnabled() const {
@@ -234,11 +235,11 @@ void MotionNodeManager::fromJson(const QJsonObject& object, bool legacy) {
             right->fromJsonArray(coordinates("V"));
     } else {
         for (auto member = object.begin(); member != object.end(); ++member) {
-            SoNode* const node = findNodeByPath(member.key().split(kArrow));
-            if (auto* axis = dynamic_cast<AxisBase*>(node))
-                axis->fromJson(member.value().toObject());
-            else if (auto* zone = dynamic_cast<WorkCoordinateSystem*>(node))
+            // A user's system may have the name of a zone: zones are not searched in the scene.
+            if (WorkCoordinateSystem* zone = findWorkCoordinateSystem(member.key()))
                 zone->fromJson(member.value().toObject());
+            else if (auto* axis = dynamic_cast<AxisBase*>(findNodeByPath(member.key().split(kArrow))))
+                axis->fromJson(member.value().toObject());
         }
     }
     refreshCollisionGroup({});

@@ -109,12 +109,12 @@ class MotionNodeManager : public QWidget, public TORNVALE::ToolObserver, public 
     void showCommandString(const QString& line);
     /// The pass found these two touching; name paths from the top down.
     void contactFound(const QStringList& first, const QStringList& second);
-
-  private Q_SLOTS:
-    void UpdateCollisionObject(const QStringList& chain) { refreshCollisionGroup(chain); }
+    /// The marks of all contacts were taken back, as before each pass.
+    void contactsReset();
 
   private:
     struct Private;
+    void UpdateCollisionObject(const QStringList& chain) { refreshCollisionGroup(chain); }
     void InitializeChain();
     void BuildNumericalAxis();
     void BuildNonNumericalAxis();

@@ -84,10 +84,13 @@ void UserPostProcessor::ProcessGroups(QString& out, const QVector<ProgramGroup*>
     usePattern_ = usePattern;
     startCoordinates_.clear();
     lastSegment_ = false;
+    isIncomplete_ = false;
     out.clear();
     const QVector<Segment> segments = makeSegments();
     processSegments(segments);
     out = assembled(segments);
+    if (isIncomplete_)  // half a program is none
+        out.clear();
     current_.reset();
     groups_.clear();
 }
@@ -162,11 +165,14 @@ void UserPostProcessor::planSegment(const PlanChain& planner, const ChainPositio
         if (!home.isEmpty())  // the program returns to where it started
             plan.tail += QLatin1Char('\n') + home;
         record.outputLines = planner(plan);
+        const bool hasCode = std::any_of(record.items.begin(), record.items.end(),
+                                         [](const ProgramItem* item) { return !item->IsoCode().isEmpty(); });
+        isIncomplete_ = isIncomplete_ || (hasCode && record.outputLines.isEmpty());
     }
 }
 
 /// A way of joining other than these two leaves the segment empty, without a word.
-void UserPostProcessor::joinSegment(WorkCoodinateSegment& segment) const {
+void UserPostProcessor::joinSegment(WorkCoodinateSegment& segment) {
     const unsigned period_ms = machine().interpolationParameters.interpolationTime;
     QVector<QString> texts;
     std::uint32_t longest_ms = 0;
@@ -180,12 +186,16 @@ void UserPostProcessor::joinSegment(WorkCoodinateSegment& segment) const {
         segment.text = joinChains(texts, diagnostics);
     else if (segment.MultiChain == kTandem && !texts.isEmpty())
         segment.text = mergeTandem(texts, longest_ms, diagnostics);
+    const bool isJoined = segment.MultiChain == kSequential || segment.MultiChain == kTandem;
+    isIncomplete_ = isIncomplete_ || (isJoined && longest_ms > 0 && segment.text.isEmpty());
     report(diagnostics);
 }
 
-void UserPostProcessor::appendSegment(OutputText& out, WorkCoodinateSegment& segment) const {
+void UserPostProcessor::appendSegment(OutputText& out, WorkCoodinateSegment& segment) {
     Diagnostics diagnostics;
+    const bool mustStay = hasContent(segment.text);
     const QString text = processedSegment(std::move(segment.text), rulesOf(segment), diagnostics);
+    isIncomplete_ = isIncomplete_ || (mustStay && text.isEmpty());
     segment.text.clear();
     report(diagnostics);
     out.append(text);
@@ -194,7 +204,7 @@ void UserPostProcessor::appendSegment(OutputText& out, WorkCoodinateSegment& seg
 }
 
 /// Each slot takes the first segment of its name that no slot before has taken.
-void UserPostProcessor::fillPattern(OutputText& out, QVector<Segment> segments) const {
+void UserPostProcessor::fillPattern(OutputText& out, QVector<Segment> segments) {
     const QDomElement chosen = pattern();
     for (QDomElement child = chosen.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
@@ -214,7 +224,7 @@ void UserPostProcessor::fillPattern(OutputText& out, QVector<Segment> segments) 
     }
 }
 
-QString UserPostProcessor::assembled(const QVector<Segment>& segments) const {
+QString UserPostProcessor::assembled(const QVector<Segment>& segments) {
     OutputText out;
     if (usePattern_) {
         fillPattern(out, segments);

@@ -40,6 +40,8 @@ class UserPostProcessor {
     bool choosePattern(const QString& name);
     /// Empty when none is chosen.
     [[nodiscard]] QString chosenPattern() const { return chosen_.value_or(QString()); }
+    /// True with a chosen pattern; otherwise the user is told as GetToolBar does for a file without any.
+    [[nodiscard]] bool hasPatternOrTells() const;
     /// The element of the chosen pattern; null when none is chosen.
     [[nodiscard]] QDomElement pattern() const;
     /// Names of the work coordinate systems of the chosen pattern, in its order.
@@ -50,7 +52,8 @@ class UserPostProcessor {
 
     /// Writes the program of `groups` to `out`. With the pattern, its fixed lines and the processed text of
     /// each slot's group; without one chosen, nothing. Without the pattern, the planned texts of all groups,
-    /// each followed by a line feed.
+    /// each followed by a line feed. A program of which a part is missing, since no text can hold it, is left
+    /// out whole, with a warning.
     void ProcessGroups(QString& out, const QVector<ProgramGroup*>& groups, bool usePattern);
 
     /// Header and tail of a chain in the group of the segment that is being made, as the user wants them.
@@ -78,10 +81,10 @@ class UserPostProcessor {
     void fillHeaders(WorkCoodinateSegment& segment) const;
     void processSegments(const QVector<Segment>& segments);
     void planSegment(const PlanChain& planner, const ChainPosition& before, const ChainPosition& after);
-    void joinSegment(WorkCoodinateSegment& segment) const;
-    [[nodiscard]] QString assembled(const QVector<Segment>& segments) const;
-    void fillPattern(OutputText& out, QVector<Segment> segments) const;
-    void appendSegment(OutputText& out, WorkCoodinateSegment& segment) const;
+    void joinSegment(WorkCoodinateSegment& segment);
+    [[nodiscard]] QString assembled(const QVector<Segment>& segments);
+    void fillPattern(OutputText& out, QVector<Segment> segments);
+    void appendSegment(OutputText& out, WorkCoodinateSegment& segment);
     [[nodiscard]] SegmentRules rulesOf(const WorkCoodinateSegment& segment) const;
     [[nodiscard]] const HeaderTailRecord* headerTailOf(const QString& chain) const;
 
@@ -92,6 +95,7 @@ class UserPostProcessor {
     ChainPosition startCoordinates_;  // of the whole run
     bool lastSegment_ = false;
     bool usePattern_ = true;
+    bool isIncomplete_ = false;  // a part of this run's program was left out
     Segment current_;
     std::optional<QString> chosen_;  // name of a pattern
     PlanChain planner_;

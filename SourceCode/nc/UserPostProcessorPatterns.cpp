@@ -84,6 +84,13 @@ QDomElement UserPostProcessor::pattern() const {
     return chosen_ ? configuration_->pattern(*chosen_) : QDomElement();
 }
 
+bool UserPostProcessor::hasPatternOrTells() const {
+    const bool hasPattern = !pattern().isNull();
+    if (!hasPattern)
+        tellNoPatterns();
+    return hasPattern;
+}
+
 QStringList UserPostProcessor::GetCoordinateList() const {
     return coordinateList(pattern());
 }

@@ -117,8 +117,8 @@ void myTimer::buildWindow() {
     const auto tool = [this] { return new QToolButton(this); };  // owned by this window
     playButton_ = addButton(tool(), "PlayButton", playIcon_, *row);
     connect(playButton_, &QAbstractButton::clicked, this, &myTimer::playOrPause);
-    connect(addButton(tool(), "ResetButton", iconOf("stop.png"), *row), &QAbstractButton::clicked, this,
-            &myTimer::resetPlayback);
+    resetButton_ = addButton(tool(), "ResetButton", iconOf("stop.png"), *row);
+    connect(resetButton_, &QAbstractButton::clicked, this, &myTimer::resetPlayback);
     connect(addButton(tool(), "ForwardButton", iconOf("forward.png"), *row), &QAbstractButton::clicked, this,
             [this] { changeStep(1); });
     connect(addButton(tool(), "BackwardButton", iconOf("backward.png"), *row), &QAbstractButton::clicked,
@@ -158,10 +158,7 @@ void myTimer::showEvent(QShowEvent* event) {
 void myTimer::closeEvent(QCloseEvent* event) {
     rewind(kMinimumStep);
     rewind(kStepAfterReset);
-    if (MotionNodeManager* machine = attach()) {
-        machine->resetMachine(false, false);
-        machine->ResetCollided();
-    }
+    bringHome();
     QWidget::closeEvent(event);
 }
 
@@ -206,8 +203,15 @@ void myTimer::rewind(int step) {
 
 void myTimer::resetPlayback() {
     rewind(kStepAfterReset);
-    if (MotionNodeManager* machine = attach())
+    bringHome();
+}
+
+/// What touched on the way does not touch at home.
+void myTimer::bringHome() {
+    if (MotionNodeManager* machine = attach()) {
         machine->resetMachine(false, false);
+        machine->ResetCollided();
+    }
 }
 
 void myTimer::changeStep(int change) {
@@ -247,8 +251,7 @@ int myTimer::currentLine() {
 }
 
 void myTimer::SetAnimationText(const QString& text) {
-    if (MotionNodeManager* machine = attach())
-        machine->resetMachine(false, false);
+    bringHome();
     delete pendingDelay_;
     lines_.clear();
     lines_ = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
@@ -296,6 +299,9 @@ void myTimer::tick() {
         stop();
         return;
     }
+    // Who is pressing a button that stops must not wait for the frame of one more line.
+    if (playButton_->isDown() || resetButton_->isDown())
+        return;
     const int last = lines_.size() - 1;
     // A delay among the last lines jumps past the end: the program ends with its last line then.
     const bool isPastTheEnd = currentIndex > last;

@@ -76,6 +76,7 @@ class myTimer : public QWidget, public PlaybackStop {
     void start();
     void rewind(int step);
     void resetPlayback();
+    void bringHome();
     void changeStep(int change);
     void takeSlider();
     void scrubTo(int line);
@@ -94,6 +95,7 @@ class myTimer : public QWidget, public PlaybackStop {
     QIcon playIcon_;
     QIcon pauseIcon_;
     QAbstractButton* playButton_ = nullptr;
+    QAbstractButton* resetButton_ = nullptr;
     QAbstractButton* loopButton_ = nullptr;
     QAbstractButton* stopOnCollised_ = nullptr;
     mySlider* slider_ = nullptr;

@@ -13,6 +13,7 @@ target_link_libraries(tornvale_planning_calc PUBLIC tornvale_nc_calc tornvale_to
 find_package(TBB QUIET)
 if(TARGET TBB::tbb)
   target_link_libraries(tornvale_planning_calc PRIVATE TBB::tbb)
+  target_compile_definitions(tornvale_planning_calc INTERFACE TORNVALE_COUNTS_IN_PARALLEL=1)
 else()
   set_source_files_properties(calc/ProgramText.cpp PROPERTIES
     COMPILE_DEFINITIONS _GLIBCXX_USE_TBB_PAR_BACKEND=0)

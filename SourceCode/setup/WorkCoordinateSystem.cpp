@@ -2,7 +2,9 @@
 
 #include <Inventor/nodes/SoMatrixTransform.h>
 
+#include <QSet>
 #include <cmath>
+#include <limits>
 
 #include "core/LanguageReader.h"
 #include "core/UserDialogs.h"
@@ -24,6 +26,34 @@ QString textOf(const char* key) {
 void tell(UserDialogs::Kind kind, const char* key) {
     userDialogs().tell(kind, textOf("Title"), textOf(key));
 }
+
+/// Number and name both tell a system from the others of its zone, the name in the project too.
+class TakenNumbers {
+  public:
+    void add(::userCoordinateSystem& system) {
+        ids_.insert(system.id());
+        names_.insert(system.name());
+        nodes_.append(&system);
+    }
+    [[nodiscard]] bool isApart(const ::userCoordinateSystem& system) const {
+        return system.id() >= 0 && !ids_.contains(system.id()) && !names_.contains(system.name());
+    }
+    /// The first number from this one on that is free, and whose name is; -1 when they are used up.
+    [[nodiscard]] int freeFrom(int number) const {
+        const QString& prefix = getUniquelyIdentifies::instance().names().userCoordinateSystem;
+        while (number >= 0 && (ids_.contains(number) || names_.contains(prefix + QString::number(number))))
+            number = number == std::numeric_limits<int>::max() ? -1 : number + 1;
+        return number;
+    }
+    [[nodiscard]] int nextFree() const {
+        return freeFrom(getUniquelyIdentifies::instance().makeUniquelyIdentifies(nodes_));
+    }
+
+  private:
+    QSet<int> ids_;
+    QSet<QString> names_;
+    QVector<SoNode*> nodes_;
+};
 
 SbVec3f originFrom(const QString& text) {
     SbVec3f origin = threeNumbers(text).value_or(SbVec3f(0, 0, 0));
@@ -67,29 +97,27 @@ void WorkCoordinateSystem::standAtOrigin() {
 // --- systems ---
 
 int WorkCoordinateSystem::nextNumber() const {
-    QVector<SoNode*> nodes;
-    QVector<int> taken;
-    for (::userCoordinateSystem* system : ucsList_) {
-        nodes.append(system);
-        taken.append(system->id());
-    }
-    return numberNotTaken(getUniquelyIdentifies::instance().makeUniquelyIdentifies(nodes), taken);
+    TakenNumbers taken;
+    for (::userCoordinateSystem* system : ucsList_)
+        taken.add(*system);
+    return taken.nextFree();
 }
 
-/// A system without a number, or with the number or name of another one, takes the next free number.
-void WorkCoordinateSystem::keepApart(::userCoordinateSystem& system) {
-    QVector<SoNode*> others;
-    QVector<int> taken;
-    bool isApart = system.id() >= 0;
-    for (::userCoordinateSystem* other : qAsConst(ucsList_)) {
-        if (other == &system)
-            continue;
-        others.append(other);
-        taken.append(other->id());
-        isApart = isApart && other->id() != system.id() && other->name() != system.name();
+/// Systems without a number, or with the number or name of an earlier one, take the next free numbers.
+void WorkCoordinateSystem::keepApart() {
+    TakenNumbers taken;
+    QVector<::userCoordinateSystem*> others;
+    for (::userCoordinateSystem* system : qAsConst(ucsList_)) {
+        if (taken.isApart(*system))
+            taken.add(*system);
+        else
+            others.append(system);
     }
-    if (!isApart)
-        system.setId(numberNotTaken(getUniquelyIdentifies::instance().makeUniquelyIdentifies(others), taken));
+    int number = 0;
+    for (::userCoordinateSystem* system : qAsConst(others)) {
+        number = system == others.first() ? taken.nextFree() : taken.freeFrom(number + 1);
+        system->setId(number);
+    }
 }
 
 ::userCoordinateSystem* WorkCoordinateSystem::insertSystem(int id) {
@@ -131,18 +159,25 @@ void WorkCoordinateSystem::removeUserCoordinateSystem(int id) {
 
 void WorkCoordinateSystem::takeOut(::userCoordinateSystem* system) {
     ucsList_.removeAll(system);
+    leave(system);
+    removeChild(system);
+}
+
+void WorkCoordinateSystem::leave(::userCoordinateSystem* system) {
     if (treeItem_ != nullptr)
         NodeTreeItem::detach(system->treeItem());
     system->setChainListener(nullptr);
     system->setParentNode(nullptr);
-    removeChild(system);
 }
 
 void WorkCoordinateSystem::removeSystems() {
     if (listener_ != nullptr)
         listener_->ResetCollided();
-    while (!ucsList_.isEmpty())
-        takeOut(ucsList_.last());
+    // From the end and by index: each search would walk all of them.
+    while (!ucsList_.isEmpty()) {
+        leave(ucsList_.takeLast());
+        removeChild(getNumChildren() - 1);
+    }
 }
 
 void WorkCoordinateSystem::reset() {
@@ -181,28 +216,33 @@ QJsonObject WorkCoordinateSystem::toJson() const {
     return object;
 }
 
-void WorkCoordinateSystem::fromJson(const QJsonObject& object) {
-    removeSystems();
-    for (const QJsonValue& member : object) {
-        ::userCoordinateSystem* system = insertSystem(-1);
-        system->fromJson(member.toObject());
-        keepApart(*system);
-    }
+/// A system that is being read: the collision groups follow once, when all are there.
+::userCoordinateSystem* WorkCoordinateSystem::insertUnread() {
+    ::userCoordinateSystem* system = insertSystem(-1);
+    system->setChainListener(nullptr);
+    return system;
+}
+
+void WorkCoordinateSystem::allRead() {
+    keepApart();
     if (ucsList_.isEmpty())
         insertSystem(nextNumber());
+    setChainListener(listener_);
     contentChanged();
+}
+
+void WorkCoordinateSystem::fromJson(const QJsonObject& object) {
+    removeSystems();
+    for (const QJsonValue& member : object)
+        insertUnread()->fromJson(member.toObject());
+    allRead();
 }
 
 void WorkCoordinateSystem::fromJsonArray(const QJsonArray& array) {
     removeSystems();
-    for (const OldSystemData& entry : readOldSystems(array)) {
-        ::userCoordinateSystem* system = insertSystem(-1);
-        system->fromOldData(entry.id.value_or(-1), entry);
-        keepApart(*system);
-    }
-    if (ucsList_.isEmpty())
-        insertSystem(nextNumber());
-    contentChanged();
+    for (const OldSystemData& entry : readOldSystems(array))
+        insertUnread()->fromOldData(entry.id.value_or(-1), entry);
+    allRead();
 }
 
 // --- on an axis or fixed ---

@@ -81,8 +81,11 @@ class WorkCoordinateSystem : public SceneWidget, public CarriedNode, public Mode
   private:
     [[nodiscard]] int nextNumber() const;
     ::userCoordinateSystem* insertSystem(int id);
-    void keepApart(::userCoordinateSystem& system);
+    ::userCoordinateSystem* insertUnread();
+    void allRead();
+    void keepApart();
     void takeOut(::userCoordinateSystem* system);
+    void leave(::userCoordinateSystem* system);
     void removeSystems();
     void contentChanged();
 

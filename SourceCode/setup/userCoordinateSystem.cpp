@@ -9,6 +9,7 @@
 
 #include "core/LanguageReader.h"
 #include "core/ParaReader.h"
+#include "core/SceneName.h"
 #include "core/UserDialogs.h"
 #include "core/getUniquelyIdentifies.h"
 #include "geometry/FieldText.h"
@@ -60,6 +61,8 @@ void userCoordinateSystem::setId(int id) {
 }
 
 void userCoordinateSystem::rename(const QString& name) {
+    if (name == displayName())
+        return;
     setDisplayName(name);
     SoNode* marker = frameMarker(getName());
     if (switcher_->getNumChildren() == 0)
@@ -159,7 +162,7 @@ void userCoordinateSystem::AddWorkPiece(const QString& path) {
     if (file.isEmpty())
         return;
     auto* model = new UserModelNode;  // owned by the switch
-    model->setName(SbName(nextModelName().toUtf8().constData()));
+    model->setName(sceneName(nextModelName()));
     model->loadFromStl(file);
     insertModel(model);
     contentChanged();
@@ -306,7 +309,7 @@ void userCoordinateSystem::fromJson(const QJsonObject& object) {
         auto* model = new UserModelNode;  // owned by the switch
         model->loadFromJson(value.toObject());
         if (nameOf(model).isEmpty() || findChild(nameOf(model)) != nullptr)
-            model->setName(SbName(nextModelName().toUtf8().constData()));
+            model->setName(sceneName(nextModelName()));
         insertModel(model);
     }
     contentChanged();

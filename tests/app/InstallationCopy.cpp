@@ -52,6 +52,15 @@ QByteArray smallModel() {
     return binaryStl(boxTriangles(SbVec3f(10, 10, 10)));
 }
 
+QByteArray smallPostProcessor() {
+    return R"(<?xml version="1.0" encoding="UTF-8"?>
+<PostProcessor>
+  <Regulation Rapid="" Linear="" RapidMovement="G0" UserHeaderTail="true" MultiChain="0" OutputDir="output"/>
+  <Configulation Name="Small" NickName="Small" Image="" Prefix="S_" Suffix=".nc">
+    <Line>%</Line><Coordinate>G54</Coordinate><Line>M30</Line></Configulation>
+</PostProcessor>)";
+}
+
 QByteArray smallMachine() {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
 <root>
@@ -91,7 +100,10 @@ InstallationCopy::InstallationCopy() : outerTemporary_(qgetenv("TMPDIR")) {
     qputenv("TMPDIR", path("tmp").toLocal8Bit());
     copyLanguages();
     write("Tornvale3.3.0.5.rc", "FILEVERSION 3,3,0,5\n");
-    write("data.ini", "[MainInterface]\nLanguage=English\n[Config]\nUsedConfig=machineSample/Small.xml\n");
+    write("data.ini",
+          "[MainInterface]\nLanguage=English\n[Config]\nUsedConfig=machineSample/Small.xml\n"
+          "[StatusPreProcessing]\nPostProcessor=UserPostProcessor/Small.xml\n");
+    write("UserPostProcessor/Small.xml", smallPostProcessor());
     QFile names(shippedInstallation() + "/data/UniquelyIdentifies.json");
     EXPECT_TRUE(names.open(QIODevice::ReadOnly));
     write("data/UniquelyIdentifies.json", names.readAll());

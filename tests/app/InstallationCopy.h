@@ -13,6 +13,9 @@
 /// "models/Box.stl", which smallMachine names: a cube.
 [[nodiscard]] QByteArray smallModel();
 
+/// A post-processor with one pattern, "Small", for the zone of smallMachine.
+[[nodiscard]] QByteArray smallPostProcessor();
+
 /// A process that ran to its end.
 struct ProgramResult {
     int status = 0;  ///< as the shell sees it: -1 is 255; -1 when the process crashed or hung

@@ -18,6 +18,10 @@ constexpr int kRefused = 255;  // -1 as a status
 
 const QString kWindowTitle = QStringLiteral("Tornvale - 3.3.0.5");
 
+/// Settings that name no machine.
+const QByteArray kBareSettings =
+    "[StatusPreProcessing]\nPostProcessor=UserPostProcessor/Small.xml\n[MainInterface]\nLanguage=English\n";
+
 QString kindsOf(const ProgramResult& result) {
     QStringList kinds;
     for (const QJsonObject& entry : result.record)
@@ -151,7 +155,7 @@ TEST(StartUp, ManyAtOnce_OneRuns) {
 
 TEST(StartUp, NoMachineInTheSettings_OffersAllButTheTemplate) {
     const InstallationCopy copy;
-    copy.write("data.ini", "[MainInterface]\nLanguage=English\n");
+    copy.write("data.ini", kBareSettings);
     copy.write("machineSample/Another.xml", smallMachine());
     copy.write("machineSample/notes.txt", "no machine");
     const ProgramResult result = copy.probe({}, {"TORNVALE_PROBE_ANSWER=Small.xml"});
@@ -171,8 +175,7 @@ TEST(StartUp, NoMachineInTheSettings_OffersAllButTheTemplate) {
 TEST(StartUp, MachineThatIsAFolderOrGone_OffersTheList) {
     const InstallationCopy copy;
     for (const char* machine : {"machineSample", "machineSample/Gone.xml", ""}) {
-        copy.write("data.ini",
-                   QByteArray("[MainInterface]\nLanguage=English\n[Config]\nUsedConfig=") + machine + "\n");
+        copy.write("data.ini", kBareSettings + "[Config]\nUsedConfig=" + machine + "\n");
         EXPECT_EQ(kindsOf(copy.probe({}, {"TORNVALE_PROBE_ANSWER=Small.xml"})), QString("list window"));
     }
 }
@@ -181,14 +184,14 @@ TEST(StartUp, AbsoluteMachinePath_IsTaken) {
     const InstallationCopy copy;
     const QTemporaryDir elsewhere;
     QFile(copy.path("machineSample/Small.xml")).rename(elsewhere.filePath("M.xml"));
-    copy.write("data.ini", "[MainInterface]\nLanguage=English\n[Config]\nUsedConfig=" +
-                               elsewhere.filePath("M.xml").toUtf8() + "\n");
+    copy.write("data.ini",
+               kBareSettings + "[Config]\nUsedConfig=" + elsewhere.filePath("M.xml").toUtf8() + "\n");
     expectRuns(copy.probe());
 }
 
 TEST(StartUp, CancelledList_EndsSilently) {
     const InstallationCopy copy;
-    copy.write("data.ini", "[MainInterface]\nLanguage=English\n");
+    copy.write("data.ini", kBareSettings);
     const ProgramResult result = copy.probe({}, {"TORNVALE_PROBE_ANSWER=reject"});
     EXPECT_EQ(result.status, kRefused);
     EXPECT_EQ(kindsOf(result), QString("list"));
@@ -211,7 +214,7 @@ TEST(StartUp, NoMachineAtAll_EndsSilently) {
 // The list is made from the executable's folder, the choice is looked up from the working directory.
 TEST(StartUp, ChosenMachine_IsLookedUpFromTheWorkingDirectory) {
     const InstallationCopy copy;
-    copy.write("data.ini", "[MainInterface]\nLanguage=English\n");
+    copy.write("data.ini", kBareSettings);
     const QTemporaryDir elsewhere;
     const ProgramResult result = copy.probe({}, {}, elsewhere.path());
     EXPECT_EQ(result.status, kRefused);
@@ -232,7 +235,9 @@ TEST(StartUp, MissingSettings_AreLoggedAndTheListComesUp) {
     copy.remove("data.ini");
     const ProgramResult result = copy.probe({}, {"TORNVALE_PROBE_ANSWER=Small.xml"});
     EXPECT_EQ(result.status, 0);
-    ASSERT_EQ(kindsOf(result), QString("list window"));
+    ASSERT_EQ(kindsOf(result), QString("list box window"));
+    EXPECT_TRUE(result.record[1]["text"].toString().startsWith("Not defined user post processor"))
+        << result.record[1]["text"].toString().toStdString();
     EXPECT_EQ(result.record[0]["title"].toString(), QString()) << "no language is chosen either";
     EXPECT_EQ(copy.setting("Config/UsedConfig"), QString("machineSample/Small.xml"));
     const QString log = QString::fromUtf8(copy.read("log.txt"));

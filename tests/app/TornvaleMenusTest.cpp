@@ -1,4 +1,3 @@
-#include <Inventor/SoPath.h>
 #include <gtest/gtest.h>
 
 #include <QDesktopServices>
@@ -22,6 +21,8 @@
 #include "core/UiLanguage.h"
 #include "geometry/GeometryTestSupport.h"
 #include "geometry/modelNode.h"
+#include "items/TreeWidgetManager.h"
+#include "items/UserTopItemManager.h"
 #include "machine/MotionNodeManager.h"
 #include "nc/myTimer.h"
 #include "setup/WorkCoordinateSystem.h"
@@ -52,6 +53,25 @@ TEST(TornvaleMenus, PlaybackShowsItsWindow) {
     EXPECT_EQ(bench.window().machine().playback(), &TORNVALE::myTimer::instance());
     bench.window().close();
     EXPECT_FALSE(TORNVALE::myTimer::instance().isVisible());
+}
+
+TEST(TornvaleMenus, SimulatePlaysTheCurrentRow) {
+    WindowBench bench;
+    TreeWidgetManager& programs = bench.open().programs();
+    QTreeWidgetItem* const group = programs.root().child(0);
+    ASSERT_NE(group, nullptr);
+    QStringList played;
+    TORNVALE::myTimer::setProgramListener([&played](const QString& text) { played.append(text); });
+    for (QTreeWidgetItem* row : {static_cast<QTreeWidgetItem*>(&programs.root()), group}) {
+        programs.setCurrentItem(row);
+        played.clear();
+        bench.trigger("AnimationAction");
+        EXPECT_EQ(played.size(), 1) << row->text(0).toStdString();
+        EXPECT_TRUE(TORNVALE::myTimer::instance().isVisible());
+        TORNVALE::myTimer::instance().close();
+    }
+    TORNVALE::myTimer::setProgramListener({});
+    EXPECT_EQ(bench.action("AnimationAction")->text().remove('&'), "Simulate");
 }
 
 TEST(TornvaleMenus, ToolsComeToTheFront) {
@@ -277,22 +297,6 @@ TEST(TornvaleMenus, AMarkerIsAddedWhereItWasTyped) {
     QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
     bench.trigger("AddPoint");
     EXPECT_EQ(markers()->getNumChildren(), 1);
-}
-
-TEST(MachineViewer, AClickSelectsAMarkerAndShowsASystem) {
-    WindowBench bench;
-    bench.open();
-    const Held<pointShape> marker(new pointShape(SbVec3f(1, 2, 3)));
-    const Held<SoPath> path(new SoPath(marker.get()));
-    EXPECT_TRUE(MachineViewer::clickOn(*path.get()));
-    EXPECT_TRUE(marker->isSelected());
-    userCoordinateSystem* system =
-        bench.window().machine().findWorkCoordinateSystem("G54")->userCoordinateSystem(0);
-    const Held<SoPath> toSystem(new SoPath(system));
-    EXPECT_TRUE(MachineViewer::clickOn(*toSystem.get()));
-    EXPECT_TRUE(system->panel()->isVisible());
-    const Held<SoPath> toRoot(new SoPath(bench.window().machine().root()));
-    EXPECT_FALSE(MachineViewer::clickOn(*toRoot.get()));
 }
 
 #include "TornvaleMenusTest.moc"

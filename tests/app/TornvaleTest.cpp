@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,13 +12,17 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
+#include <functional>
 #include <iostream>
+#include <utility>
 
 #include "WindowTestSupport.h"
 #include "app/MachineScene.h"
 #include "app/MachineViewer.h"
 #include "machine/AxisBase.h"
 #include "machine/MotionNodeManager.h"
+#include "nc/HeaderTailEditor.h"
+#include "nc/myTimer.h"
 #include "tools/ToolManager.h"
 
 namespace {
@@ -290,4 +295,63 @@ TEST(Tornvale, AMachineOfUnknownNamesStillOpens) {
     EXPECT_TRUE(log.contains("The carrier of the spindle was not found."));
     window.machine().executeLine("X5 C30");
     EXPECT_NEAR(window.machine().findAxis("X")->currentValue(), 5, 1e-5);
+}
+
+TEST(Tornvale, AContactStandsInTheStatusBarUntilItIsGone) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    MotionNodeManager& machine = window.machine();
+    const auto* label = window.findChild<QLabel*>("ContactLabel");
+    ASSERT_NE(label, nullptr);
+    const auto isCleared = [label] {
+        return QTest::qWaitFor([label] { return label->text().isEmpty(); }, 20000);
+    };
+    const LogCapture log;
+    Q_EMIT machine.contactFound({"X", "C"}, {"Table"});
+    EXPECT_TRUE(label->text().contains("X->C")) << label->text().toStdString();
+    EXPECT_TRUE(label->text().contains("Table"));
+    machine.ResetCollided();  // as before each pass
+    Q_EMIT machine.contactFound({"X", "C"}, {"Table"});
+    EXPECT_EQ(log.count("X->C"), 1) << "the same contact is one line of the log";
+    machine.ResetCollided();
+    EXPECT_TRUE(isCleared());
+}
+
+TEST(Tornvale, AContactGoesWithTheRunThatHadIt) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    const auto* label = window.findChild<QLabel*>("ContactLabel");
+    TORNVALE::myTimer& playback = TORNVALE::myTimer::instance();
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"new program", [&] { playback.SetAnimationText("X1\nX2\nX3"); }},
+        {"reset",
+         [&] { QTest::mouseClick(playback.findChild<QAbstractButton*>("ResetButton"), Qt::LeftButton); }},
+        {"closed", [&] { playback.close(); }},
+        {"free line", [&] { window.machine().executeLine("X7"); }},
+        {"collision check off", [&] { window.machine().switchCollision(false); }},
+        {"new job",
+         [&] {
+             ExpectedDialogs dialogs;
+             dialogs.answerAsk(false);
+             bench.trigger("New");
+         }},
+    };
+    for (const auto& [name, end] : ends) {
+        Q_EMIT window.machine().contactFound({"X"}, {"Table"});
+        ASSERT_FALSE(label->text().isEmpty()) << name;
+        end();
+        EXPECT_TRUE(QTest::qWaitFor([label] { return label->text().isEmpty(); }, 20000)) << name;
+    }
+}
+
+TEST(Tornvale, ClosingTakesEveryFreeWindowAlong) {
+    WindowBench bench;
+    Tornvale& window = bench.open();
+    window.show();
+    TORNVALE::HeaderTailEditor& editor = TORNVALE::HeaderTailEditor::instance();
+    editor.show();
+    TORNVALE::myTimer::instance().show();
+    EXPECT_TRUE(window.close());
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(TORNVALE::myTimer::instance().isVisible());
 }

@@ -14,6 +14,7 @@
 #include "core/LanguageReader.h"
 #include "core/Restart.h"
 #include "core/getUniquelyIdentifies.h"
+#include "nc/UserPostProcessor.h"
 #include "tools/ToolManager.h"
 
 TemporaryInstallation& WindowBench::installation() {
@@ -34,9 +35,11 @@ WindowBench::WindowBench() {
     write("toollib.json", "{}");
     write("models/Box.stl", smallModel());
     write("machineSample/Small.xml", smallMachine());
+    write("UserPostProcessor/Small.xml", smallPostProcessor());
     settings({});
     TORNVALE::LanguageReader::instance().reload();
     getUniquelyIdentifies::instance().reload();
+    TORNVALE::UserPostProcessor::instance().reload();
     TORNVALE::ToolsManager::instance().removeInstalledTools();
 }
 
@@ -71,7 +74,9 @@ void WindowBench::trigger(const char* key) {
 
 void WindowBench::settings(const QByteArray& lines) const {
     write("data.ini",
-          "[Config]\nUsedConfig=machineSample/Small.xml\n[MainInterface]\nLanguage=English\n" + lines);
+          "[Config]\nUsedConfig=machineSample/Small.xml\n[StatusPreProcessing]\n"
+          "PostProcessor=UserPostProcessor/Small.xml\n[MainInterface]\nLanguage=English\n" +
+              lines);
 }
 
 QString WindowBench::setting(const char* key) const {

@@ -27,18 +27,15 @@ class ShippedCopy : public InstallationCopy {
   public:
     ShippedCopy() {
         const QDir source(shippedInstallation());
-        for (const char* folder : {"machineSample", "models", "data", "ChainSawLib"}) {
-            QDirIterator files(source.filePath(folder), QDir::Files, QDirIterator::Subdirectories);
-            while (files.hasNext())
-                bring(source, files.next());
+        QDirIterator files(source.path(), QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString file = files.next();
+            if (!source.relativeFilePath(file).startsWith(
+                    "language/"))  // those here have titles of their own
+                bring(source, file);
         }
-        for (const char* file : {"toollib.json", "oak.jpg", "LogoInfo.jpg", "camera.txt"})
-            bring(source, source.filePath(file));
         write("programs/Square.nc", kProgram);
-        write("data.ini",
-              "[MainInterface]\nLanguage=English\nBackGroundColor=0.90 0.92 0.94\n"
-              "[Config]\nUsedConfig=machineSample/TornBridge5.xml\n"
-              "[StatusPreProcessing]\nTrajAlgorithem=2\nToleranceBlend=0.5\nCurveSampleCount=20\n");
+        setLanguage("English");
         markMenus();
     }
 

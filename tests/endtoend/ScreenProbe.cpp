@@ -2,6 +2,7 @@
 //   grab FILE            writes what the whole screen shows as a PNG
 //   viewer FOLDER FILE   shows the machine of the installation in FOLDER in a view of 640 x 400 and writes
 //                        what its window shows as a PNG, once the machine is drawn and stands still
+//   paths FOLDER         shows paths that can be clicked: see ClickProbe
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
@@ -13,6 +14,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "ClickProbe.h"
 #include "app/MachineViewer.h"
 #include "core/InstallationFolder.h"
 #include "core/ParaReader.h"
@@ -81,5 +83,7 @@ int main(int argc, char** argv) {
         return shown(0).save(arguments[2]) ? 0 : 5;
     if (arguments.value(1) == QLatin1String("viewer") && arguments.size() == 4)
         return showMachine(arguments[2], arguments[3]);
+    if (arguments.value(1) == QLatin1String("paths") && arguments.size() == 3)
+        return showPaths(arguments[2]);
     return 2;
 }

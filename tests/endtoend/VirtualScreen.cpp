@@ -31,9 +31,10 @@ bool waitUntil(const std::function<bool()>& isSo) {
 }
 
 VirtualScreen::VirtualScreen() {
-    // The server picks a number that is free and tells it.
+    // The server picks a number that is free and tells it. Without -noreset it would start anew, and shake
+    // off the window manager, each time that the last program leaves.
     server_.start(QStringLiteral("Xvfb"), {"-displayfd", "1", "-screen", "0", "1280x800x24", "+extension",
-                                           "GLX", "-nolisten", "tcp"});
+                                           "GLX", "-noreset", "-nolisten", "tcp"});
     if (!server_.waitForStarted(kPatience_ms)) {
         ADD_FAILURE() << "Xvfb: " << server_.errorString().toStdString();
         return;
@@ -49,8 +50,12 @@ VirtualScreen::VirtualScreen() {
     manager_.setProcessEnvironment(environment());
     manager_.start(QStringLiteral("openbox"), {"--sm-disable"});
     EXPECT_TRUE(manager_.waitForStarted(kPatience_ms)) << "openbox: " << manager_.errorString().toStdString();
-    EXPECT_TRUE(waitUntil([this] { return !run("xdotool", {"get_num_desktops"}, true).isEmpty(); }))
-        << "openbox does not manage the screen";
+    EXPECT_TRUE(waitUntil([this] {
+        QProcess ask;
+        ask.setProcessEnvironment(environment());
+        ask.start(QStringLiteral("xdotool"), {"set_desktop", "0"});
+        return ask.waitForFinished(kPatience_ms) && ask.exitCode() == 0;
+    })) << "openbox does not manage the screen";
 }
 
 VirtualScreen::~VirtualScreen() {

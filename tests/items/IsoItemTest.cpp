@@ -179,6 +179,31 @@ TEST(IsoItem, MendedProgram_LosesItsProblem) {
     EXPECT_EQ(item.problem(), english("IsoItem/Problem", "Empty"));
 }
 
+TEST(IsoItem, PlacedOnAChainWithoutRotaryAxes_TurnsRedAndSaysSo) {
+    IsoBench bench;
+    IsoItem& item = bench.made(kShortProgram);
+    item.editRecord().Chain = QStringLiteral("XYZ");
+    const auto generate = [&item] {
+        item.doIt();
+        return item.problem();
+    };
+    EXPECT_EQ(generate(), QString()) << "nothing is placed";
+    const QString reason = english("IsoItem/Problem", "NoRotaryAxes");
+    ASSERT_FALSE(reason.isEmpty());
+    item.editRecord().translation = SbVec3f(1, 0, 0);
+    EXPECT_EQ(generate(), reason);
+    expectRefused(item);
+    item.editRecord().translation = SbVec3f(0, 0, 0);
+    item.editRecord().offset = SbVec3f(0, 1, 0);
+    EXPECT_EQ(generate(), reason);
+    item.editRecord().offset = SbVec3f(0, 0, 0);
+    item.editIso().mirrorAngle = 90;
+    EXPECT_EQ(generate(), reason);
+    item.editIso().mirrorAngle = 0;
+    EXPECT_EQ(generate(), QString());
+    EXPECT_FALSE(item.IsoCode().isEmpty());
+}
+
 TEST(IsoItem, UndoneRefusal_BringsTheReasonBack) {
     IsoBench bench;
     IsoItem& item = bench.made(kRefusedProgram);

@@ -298,17 +298,6 @@ TEST(RunTime, OneText_HasItsLineFeedsAndOne) {
     EXPECT_DOUBLE_EQ(runTime_s(u"", 1), 0.001);
 }
 
-TEST(Lines, FirstAndLast_PassOverEmptyLines) {
-    EXPECT_EQ(firstLine(u"\n\nG1 X1\nG1 X2\n\n"), QString("G1 X1"));
-    EXPECT_EQ(lastLine(u"\n\nG1 X1\nG1 X2\n\n"), QString("G1 X2"));
-    EXPECT_EQ(firstLine(u"G1 X1"), QString("G1 X1"));
-    EXPECT_EQ(lastLine(u"G1 X1"), QString("G1 X1"));
-    for (const char16_t* empty : {u"", u"\n", u"\n\n\n"}) {
-        EXPECT_EQ(firstLine(empty), QString());
-        EXPECT_EQ(lastLine(empty), QString());
-    }
-}
-
 TEST(TenCopies, Block_StandsOnTenLines) {
     EXPECT_EQ(tenCopies("M6 T2").count("M6 T2\n"), 10);
     EXPECT_EQ(tenCopies("M6 T2").size(), 60);

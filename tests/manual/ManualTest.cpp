@@ -9,6 +9,7 @@
 #include <QSettings>
 
 #include "ZipEntry.h"
+#include "app/batch/CommandLine.h"
 #include "support/TestSupport.h"
 
 namespace {
@@ -61,13 +62,32 @@ void collectTexts(const QJsonValue& value, QStringList& texts) {
 QMap<QString, QStringList> menuTexts() {
     QMap<QString, QStringList> menus;
     const QJsonObject window = englishTexts().value("Tornvale").toObject();
+    const QJsonObject tree = englishTexts().value("TreeWidgetManager").toObject();
     for (const char* group : {"FileMenu", "SettingMenu", "OperationMenu", "AboutMenu", "DebugMenu"}) {
         const QJsonObject menu = window.value(QLatin1String(group)).toObject();
         QStringList texts;
         collectTexts(menu, texts);
+        if (QLatin1String(group) == QLatin1String("OperationMenu"))
+            texts << window.value("CodeDockWidget").toString()  // the dock brings its own entry
+                  << tree.value("ContextMenu").toObject().value("AnimationAction").toString();
         menus.insert(menu.value("Title").toString(), texts);
     }
     return menus;
+}
+
+/// Keys of the entries that the window really has, by the group of their menu.
+QList<QStringList> menuEntries() {
+    const QString source = QString::fromUtf8(bytesOf(sourcePath("SourceCode/app/TornvaleMenus.cpp")));
+    QList<QStringList> entries;
+    QString group;
+    for (const QStringList& found :
+         matches(source, R"re(makeMenu\([a-zA-Z()]+,\s*"([A-Za-z]+)"|\{"([A-Za-z]+)", (?:"|nullptr))re")) {
+        if (!found[1].isEmpty())
+            group = found[1];
+        else if (!group.isEmpty())
+            entries.append({group, found[2]});
+    }
+    return entries;
 }
 
 QString titleOf(const QString& name) {
@@ -126,6 +146,92 @@ TEST(Manual, EveryMenuEntryThatItNamesExists) {
     }
 }
 
+TEST(Manual, EveryMenuEntryIsInIt) {
+    const QJsonObject window = englishTexts().value("Tornvale").toObject();
+    const QString manual = chapter("02-main-window.md");
+    const QList<QStringList> entries = menuEntries();
+    EXPECT_GE(entries.size(), 20);
+    for (const QStringList& entry : entries) {
+        const QJsonObject menu = window.value(entry[0]).toObject();
+        const QString text =
+            "**" + menu.value("Title").toString() + " > " + menu.value(entry[1]).toString() + "**";
+        EXPECT_TRUE(manual.contains(text)) << text.toStdString();
+    }
+}
+
+TEST(Manual, EveryTextThatItQuotesIsOneOfTheProgram) {
+    QStringList texts;
+    collectTexts(englishTexts(), texts);
+    // Texts that are the same in every language, and what the manual itself quotes.
+    texts << "Optimal"
+          << "Delete Items?"
+          << "over limited."
+          << "Item:"
+          << "Not defined user post processor."
+          << "Error"
+          << "not contain lead in"
+          << "spindle is nullptr"
+          << ";";
+    for (const QString& name : chapterNames()) {
+        for (const QStringList& quoted : matches(chapter(name), R"re((?<![`>\w])"([^"]+)"(?!\w))re")) {
+            const QString text = quoted[1].simplified();
+            EXPECT_TRUE(texts.contains(text) || texts.contains(quoted[1]))
+                << name.toStdString() << ": " << text.toStdString();
+        }
+    }
+}
+
+TEST(Manual, EveryPatternOfTheShippedPostProcessorIsExplained) {
+    const QSettings shipped(sourcePath("installation/data.ini"), QSettings::IniFormat);
+    const QString file = shipped.value("StatusPreProcessing/PostProcessor").toString();
+    const QString xml = QString::fromUtf8(bytesOf(sourcePath("installation/" + file)));
+    const QString job = chapter("07-job.md");
+    const QList<QStringList> patterns = matches(xml, R"re(NickName="([^"]+)"[^>]*Prefix="([^"]*)")re");
+    EXPECT_GE(patterns.size(), 4);
+    for (const QStringList& pattern : patterns) {
+        const QString row =
+            QStringLiteral(R"(^ *\| %1 \|.*\| `%2` job `\.nc` \|$)").arg(pattern[1], pattern[2]);
+        EXPECT_EQ(matches(job, row.toUtf8().constData()).size(), 1) << pattern[1].toStdString();
+    }
+}
+
+TEST(Manual, EveryReasonOfARefusedProgramIsExplained) {
+    const QJsonObject reasons = englishTexts().value("IsoItem").toObject().value("Problem").toObject();
+    const QString messages = chapter("11-messages.md");
+    EXPECT_GE(reasons.size(), 10);
+    for (const QString& key : reasons.keys()) {
+        const QString cell = "| \"" + reasons.value(key).toString() + "\" |";
+        EXPECT_TRUE(key == QLatin1String("Line") || messages.contains(cell)) << key.toStdString();
+    }
+}
+
+TEST(Manual, EveryBatchCommandIsInIt) {
+    const QString chapterText = chapter("10-batch.md");
+    const QString reference = QString::fromUtf8(bytesOf(sourcePath("docs/batch.md")));
+    const QList<QStringList> commands = matches(batchHelp(), R"(^([a-z]+) (?:PROGRAM|CODE|PROJECT))");
+    EXPECT_GE(commands.size(), 7);
+    for (const QStringList& command : commands) {
+        EXPECT_TRUE(chapterText.contains("| `" + command[1])) << command[1].toStdString();
+        EXPECT_TRUE(reference.contains("| `" + command[1] + ' ')) << command[1].toStdString();
+    }
+}
+
+TEST(Manual, EveryBatchOptionIsInTheReference) {
+    const QString reference = QString::fromUtf8(bytesOf(sourcePath("docs/batch.md")));
+    const QList<QStringList> options = matches(batchHelp(), R"(^  (--[a-z-]+))");
+    EXPECT_GE(options.size(), 15);
+    for (const QStringList& option : options)
+        EXPECT_TRUE(reference.contains('`' + option[1])) << option[1].toStdString();
+}
+
+TEST(Manual, EveryShippedSettingIsExplained) {
+    const QSettings shipped(sourcePath("installation/data.ini"), QSettings::IniFormat);
+    const QString settings = chapter("09-settings.md");
+    EXPECT_GE(shipped.allKeys().size(), 20);
+    for (const QString& key : shipped.allKeys())
+        EXPECT_TRUE(settings.contains('`' + key + '`')) << key.toStdString();
+}
+
 TEST(Manual, EverySettingThatItNamesIsShipped) {
     const QSettings shipped(sourcePath("installation/data.ini"), QSettings::IniFormat);
     const QList<QStringList> keys =
@@ -150,6 +256,35 @@ TEST(Manual, LinksLeadToItsChapters) {
         places.append(titleOf(name).toLower().replace(QLatin1Char(' '), QLatin1Char('-')));
     for (const QStringList& link : matches(wholeManual(), R"(\]\(#([^)]+)\))"))
         EXPECT_TRUE(places.contains(link[1])) << link[1].toStdString();
+}
+
+TEST(Docs, LinksLeadToFiles) {
+    QStringList files{"README.md", "CHANGELOG.md"};
+    for (const char* folder : {"docs", "docs/decisions"}) {
+        for (const QString& name : QDir(sourcePath(QLatin1String(folder))).entryList({"*.md"}, QDir::Files))
+            files << QLatin1String(folder) + QLatin1Char('/') + name;
+    }
+    EXPECT_GE(files.size(), 15);
+    for (const QString& name : files) {
+        const QDir folder = QFileInfo(sourcePath(name)).dir();
+        for (const QStringList& link :
+             matches(QString::fromUtf8(bytesOf(sourcePath(name))), R"(\]\(([^):#]+)\))"))
+            EXPECT_TRUE(folder.exists(link[1])) << name.toStdString() << ": " << link[1].toStdString();
+    }
+}
+
+TEST(Docs, DecisionsAreNumberedAndHaveTheirParts) {
+    const QDir folder(sourcePath("docs/decisions"));
+    int number = 0;
+    for (const QString& name : folder.entryList({"*.md"}, QDir::Files, QDir::Name)) {
+        const QString text = QString::fromUtf8(bytesOf(folder.filePath(name)));
+        const QString label = QStringLiteral("%1").arg(++number, 3, 10, QLatin1Char('0'));
+        EXPECT_TRUE(name.startsWith(label + '-')) << name.toStdString();
+        EXPECT_TRUE(text.startsWith("# " + label + ": ")) << name.toStdString();
+        for (const char* part : {"**Problem.**", "**Choice.**", "**Cost.**"})
+            EXPECT_EQ(text.count(QLatin1String(part)), 1) << name.toStdString() << ' ' << part;
+    }
+    EXPECT_GE(number, 13);
 }
 
 TEST(UpdateMessage, IsOfTheVersionThatTheChangelogBeginsWith) {

@@ -359,6 +359,23 @@ TEST(MotionNodeManager, TheProjectFormComesBack) {
     EXPECT_EQ(manager.toJson(), form);
 }
 
+TEST(MotionNodeManager, AUsersSystemNamedLikeAZoneHidesNone) {
+    SmallMachine small;
+    MotionNodeManager& manager = small.build();
+    const auto zone = [](const char* system, int id) {
+        return QJsonObject{{system, QJsonObject{{"id", id}, {"name", system}}}};
+    };
+    manager.fromJson({{"G54", zone("G55", 3)}, {"G55", zone("mine", 4)}}, false);
+    const auto names = [&manager](const char* key) {
+        QStringList list;
+        for (const userCoordinateSystem* system : manager.findWorkCoordinateSystem(key)->ucsList())
+            list.append(system->name());
+        return list;
+    };
+    EXPECT_EQ(names("G54"), QStringList("G55"));
+    EXPECT_EQ(names("G55"), QStringList("mine"));
+}
+
 TEST(MotionNodeManager, AForeignProjectFormIsLeftAlone) {
     SmallMachine small;
     MotionNodeManager& manager = small.build();

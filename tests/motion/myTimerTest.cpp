@@ -306,6 +306,38 @@ TEST(myTimer, AContactStopsItWhenTheBoxIsChecked) {
     EXPECT_EQ(bench.lines().last(), "Z-396");
 }
 
+TEST(myTimer, NoLineIsPlayedWhileAButtonThatStopsIsHeldDown) {
+    Bench bench;
+    bench.load(20);
+    bench.click("PlayButton");
+    for (const char* name : {"PlayButton", "ResetButton"}) {
+        QTest::mousePress(bench.button(name), Qt::LeftButton);
+        const int before = TORNVALE::myTimer::currentLine();
+        bench.window->tick();
+        EXPECT_EQ(TORNVALE::myTimer::currentLine(), before) << name;
+        QTest::mouseRelease(bench.button(name), Qt::LeftButton, {}, QPoint(-5, -5));  // thought better of it
+        EXPECT_TRUE(bench.window->isPlaying()) << name;
+        bench.window->tick();
+        EXPECT_EQ(TORNVALE::myTimer::currentLine(), before + 1) << name;
+    }
+}
+
+TEST(myTimer, ContactsAreForgottenWithTheRunThatHadThem) {
+    Bench bench;
+    const QString touching = QStringLiteral("Z0\nZ-100\nZ-395\nZ-396\nZ-397\nZ-398\nZ-399");
+    for (const bool isReset : {true, false}) {
+        bench.window->SetAnimationText(touching);
+        for (int i = 0; i < 3; ++i)
+            bench.window->tick();
+        ASSERT_FALSE(bench.manager().collidedNodes().isEmpty());
+        if (isReset)
+            bench.click("ResetButton");
+        else
+            bench.window->SetAnimationText("Z0\nZ1");
+        EXPECT_TRUE(bench.manager().collidedNodes().isEmpty()) << isReset;
+    }
+}
+
 TEST(myTimer, OpensAFileWhereTheSettingAllowsIt) {
     Bench bench;
     EXPECT_EQ(bench.button("OpenButton"), nullptr);

@@ -250,3 +250,28 @@ TEST(ProgramSummary, RunTime_GrowsFromSecondsToHours) {
     EXPECT_EQ(runTimeText(123.4), QStringLiteral("2 min 03.4 s"));
     EXPECT_EQ(runTimeText(3600 + 120 + 3.4), QStringLiteral("1 h 02 min 03.4 s"));
 }
+
+TEST(ProgramAudit, ToolChange_IsDrivenByTheMachine) {
+    const auto machine = fiveAxisMachine(4);
+    auto spindle = std::make_unique<spindleStruct>();
+    spindle->toolChangeString = QStringLiteral("M6 T#");
+    machine->spindles.push_back(std::move(spindle));
+    const auto measured = [&machine](const char* code) {
+        Diagnostics diagnostics;
+        return auditProgram(*machine, QStringLiteral("XYZCA"), QString::fromLatin1(code), diagnostics)
+            .value();
+    };
+    // 200 mm between two lines, but the change lies between them
+    EXPECT_EQ(axisOf(measured("G1 X0\nG1 X0\nM6 T12\nG1 X200\nG1 X200\n"), 'X').maxVelocity_perMin, 0);
+    EXPECT_EQ(measured("G1 X0\nM6 T12\nG1 X200\n").lines, 3U);
+    // words that are no tool change leave the axes under their limits
+    for (const char* other : {"M6 T", "M6 T1x", "M3 S6000", "M66 T1"}) {
+        const QByteArray code = QByteArray("G1 X0\n") + other + "\nG1 X200\n";
+        EXPECT_TRUE(measured(code.constData()).hasViolation()) << other;
+    }
+    // the axes must rest in front of the change and begin at rest behind it
+    EXPECT_NEAR(axisOf(measured("G1 X0\nG1 X1\nM6 T1\nG1 X200\n"), 'X').maxAcceleration_perS2,
+                1 / kPeriod_s / kPeriod_s, 1e-6);
+    EXPECT_NEAR(axisOf(measured("G1 X0\nM6 T1\nG1 X200\nG1 X201\n"), 'X').maxAcceleration_perS2,
+                1 / kPeriod_s / kPeriod_s, 1e-6);
+}

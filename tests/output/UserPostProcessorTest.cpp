@@ -259,6 +259,42 @@ TEST(UserPostProcessor, OtherMultiChain_YieldsEmptySegmentsWithoutWarning) {
 
 // --- Header and tail ---
 
+// A program that lacks one of its groups looks whole and is not.
+TEST(UserPostProcessor, SegmentThatNoTextCanHold_LeavesNoProgram) {
+    constexpr unsigned kLongPeriod_ms = 2'000'000'000;  // a tandem has a line for each ms
+    OutputBench bench(postProcessorFile("MultiChain=\"1\"",
+                                        "<Configulation Name=\"p\"><Line>%</Line>"
+                                        "<Coordinate>G54</Coordinate>"
+                                        "<Coordinate>G55</Coordinate></Configulation>"));
+    PlainGroup left("G54");
+    left.add(kLeft, "G1 X1.000 F5000\n");
+    PlainGroup right("G55");
+    right.add(kRight, "G1 X2.000 F5000\n");
+    EXPECT_TRUE(bench.program({&left, &right}, "p").contains("X2.000"));
+    right.add("Z", "G1 Z1.000 F5000\n");
+    bench.setPeriod(kLongPeriod_ms);
+    const LogCapture log;
+    EXPECT_EQ(bench.program({&left, &right}, "p"), QString());
+    EXPECT_TRUE(log.contains("too long"));
+    EXPECT_EQ(bench.program({&left, &right}), QString());
+    right.items.pop_back();
+    EXPECT_TRUE(bench.program({&left, &right}, "p").contains("X2.000")) << "the next run is another one";
+}
+
+TEST(UserPostProcessor, PlannedChainThatIsEmpty_LeavesNoProgram) {
+    OutputBench bench(postProcessorFile("MultiChain=\"0\"",
+                                        "<Configulation Name=\"p\"><Line>%</Line>"
+                                        "<Coordinate>G54</Coordinate></Configulation>"));
+    PlainGroup left("G54");
+    left.add(kLeft, "G1 X1.000 F5000\n");
+    bench.processor().setPlanner([](const ChainPlan&) { return QString(); });
+    EXPECT_EQ(bench.program({&left}, "p"), QString());
+    left.items[0]->code.clear();  // nothing to plan
+    const LogCapture log;
+    EXPECT_EQ(bench.program({&left}, "p"), "%\n");
+    EXPECT_FALSE(log.contains("too long"));
+}
+
 TEST(UserPostProcessor, WithoutUserHeaderTail_ProgramsStartAndEndWhereTheItemsDo) {
     OutputBench bench(postProcessorFile("UserHeaderTail='false'", oneSlot()));
     PlainGroup group("G54");

@@ -95,6 +95,26 @@ TEST_F(Preprocessing, TheTextStartsEarlyOnlyWhenTheSettingSaysTrue) {
     EXPECT_EQ(linesBehind(process(), command, feed), 0);
 }
 
+TEST_F(Preprocessing, TheSpindleStartsTheTimeOfTheSettingBeforeTheEndOnEveryPeriod) {
+    planningtest::TestItems program;
+    program.add(3, 31, 6000, 200);
+    program.add(2, 21, 6000, 200);
+    take(program);
+    for (const int time_ms : {0, 7, 40, 100, 168}) {
+        settings("IsPreLaunch=true\nPreLaunchTime=" + QByteArray::number(time_ms / 1000.0) + '\n');
+        for (unsigned period_ms = 1; period_ms <= 8; ++period_ms) {
+            useMachine(planningtest::planningMachine(period_ms));
+            const int period = static_cast<int>(period_ms);
+            const QString text = process();
+            // A part of a line counts as one: never later than asked for.
+            EXPECT_EQ(linesBehind(text, QStringLiteral("M13 S6000\n"), QStringLiteral("F1000\n")),
+                      (time_ms + period - 1) / period)
+                << time_ms << " ms, lines of " << period_ms << " ms";
+            EXPECT_EQ(text.count(QStringLiteral("M13 S6000\n")), 10);
+        }
+    }
+}
+
 TEST_F(Preprocessing, AnAbsentTimeIsNone) {
     planningtest::TestItems program;
     program.add(3, 31, 6000, 100);

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <algorithm>
 #include <random>
+#include <thread>
 
 #include "support/TestSupport.h"
 
@@ -54,6 +57,18 @@ TEST(ProgramText, ALongTextIsCountedAsAShortOne) {
         EXPECT_EQ(countLineFeeds(text), expected) << size;
     }
 }
+
+#ifdef TORNVALE_COUNTS_IN_PARALLEL
+// The library's threads stay when the count is done.
+TEST(ProgramText, ALongTextIsCountedOnSeveralThreads) {
+    const QDir tasks(QStringLiteral("/proc/self/task"));
+    ASSERT_TRUE(tasks.exists());
+    const QString text = QStringLiteral("G1 X1\n").repeated(1000000);
+    EXPECT_EQ(countLineFeeds(text), std::count(text.begin(), text.end(), QLatin1Char('\n')));
+    const int least = std::thread::hardware_concurrency() > 1 ? 2 : 1;
+    EXPECT_GE(tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), least);
+}
+#endif
 
 TEST(ProgramText, FirstAndLastLineAreThoseThatAreNotEmpty) {
     const QString text = QStringLiteral("\n\nG1 X1\nG1 X2\nG1 X3\n\n");

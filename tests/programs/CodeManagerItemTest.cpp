@@ -157,10 +157,11 @@ TEST(CodeManagerItem, NeighboursAreCheckedAndOfTheSameChain) {
 
 TEST(CodeManagerItem, TheNextItemTakesTheShortestWayOfAxisFive) {
     ProgramBench bench;
-    IsoItem& first = bench.add(bench.left(), ProgramBench::square(100, 100, 170));
-    IsoItem& second = bench.add(bench.left(), ProgramBench::square(200, 100, -170));
-    const AxisMap letters;
-    EXPECT_NEAR(second.previousFifth(), first.exitFifth(), 1e-9);
+    const IsoItem& first = bench.add(bench.left(), ProgramBench::square(100, 100, 170));
+    const IsoItem& second = bench.add(bench.left(), ProgramBench::square(200, 100, -170));
+    EXPECT_NEAR(first.exitFifth(), 170, 1e-9);
+    EXPECT_NEAR(second.previousFifth(), 170, 1e-9);
+    EXPECT_NEAR(second.exitFifth(), 190, 1e-9) << "20 degrees on, not 340 back";
 }
 
 TEST(CodeManagerItem, ToolChange_TheFirstItemNeedsOneButSaysNothing) {
@@ -269,7 +270,7 @@ TEST(CodeManagerItem, AMovedUserCoordinateSystemTakesItsProgramsAlong) {
 TEST(CodeManagerItem, ChangingTheSystemMovesThePath) {
     ProgramBench bench;
     IsoItem& item = bench.add(bench.left());
-    userCoordinateSystem* second = bench.machine().findWorkCoordinateSystem("G54")->addUserCoordinateSystem();
+    userCoordinateSystem* second = bench.addSystem();
     ASSERT_NE(second, nullptr);
     item.refreshUserCoordinateIds();
     item.changeUserCoordinateSystem(second->id());

@@ -20,6 +20,7 @@
 #include "machine/readConfig.h"
 #include "nc/UserPostProcessor.h"
 #include "nc/myTimer.h"
+#include "setup/WorkCoordinateSystem.h"
 #include "tools/ToolData.h"
 #include "tools/ToolManager.h"
 
@@ -38,17 +39,20 @@ TemporaryInstallation& ProgramBench::installation() {
     return folder;
 }
 
-ProgramBench::ProgramBench() {
+ProgramBench::ProgramBench(const QString& machineName) {
     const TemporaryInstallation& folder = installation();
     setInstallationFolder(folder.path());
     for (const char* name : {"language/english.json", "data/UniquelyIdentifies.json", "oak.jpg",
-                             "toollib.json", "UserPostProcessor/TornBridge5.xml", "Tornvale3.3.0.5.rc"})
+                             "toollib.json", "Tornvale3.3.0.5.rc"})
         folder.write(QLatin1String(name), shipped(QLatin1String(name)));
+    const QString postProcessor = QStringLiteral("UserPostProcessor/%1.xml").arg(machineName);
+    folder.write(postProcessor, shipped(postProcessor));
     QString settings = QString::fromUtf8(shipped(QStringLiteral("data.ini")));
     settings.replace(QRegularExpression(QStringLiteral("(?m)^Language=.*$")),
                      QStringLiteral("Language=English"));
+    settings.replace(QStringLiteral("UserPostProcessor/TornBridge5.xml"), postProcessor);
     folder.write(QStringLiteral("data.ini"), settings.toUtf8());
-    QString machine = QString::fromUtf8(shipped(QStringLiteral("machineSample/TornBridge5.xml")));
+    QString machine = QString::fromUtf8(shipped(QStringLiteral("machineSample/%1.xml").arg(machineName)));
     machine.replace(QRegularExpression(QStringLiteral("<modelPath>[^<]+</modelPath>")),
                     QStringLiteral("<modelPath>models/Box.stl</modelPath>"));
     folder.write(QStringLiteral("machine.xml"), machine.toUtf8());
@@ -62,8 +66,14 @@ ProgramBench::ProgramBench() {
     tools.LoadingLocalTools();
     tools.removeInstalledTools();
     for (int i = 0; i < tools.libraryRoot()->childCount(); ++i) {
-        if (const auto* tool = dynamic_cast<ToolData*>(tools.libraryRoot()->child(i)))
-            tools.addTool(new ToolData(*tool), tools.installedRoot());  // owned by its row
+        const auto* tool = dynamic_cast<ToolData*>(tools.libraryRoot()->child(i));
+        if (tool == nullptr)
+            continue;
+        auto* const installed = new ToolData(*tool);  // owned by its row
+        if (machineName != QLatin1String("TornBridge5"))
+            installed->record().installationName =
+                ConfigReader::instance().description().machineParameters.kinematicChain.value(0);
+        tools.addTool(installed, tools.installedRoot());
     }
     machine_ = std::make_unique<MotionNodeManager>(ConfigReader::instance().description());
     machine_->switchCollision(false);
@@ -108,14 +118,21 @@ TORNVALE::IsoItem& ProgramBench::add(UserTopItem& group, const QString& code, in
     return item;
 }
 
-QString ProgramBench::square(double x, double y, double c) {
+QString ProgramBench::square(double x, double y, double a_deg) {
     return QStringLiteral(
-               "G0 X%1 Y%2 Z200 C%3 A0\nG0 Z120\nG1 Z100 F3000\nG1 X%4\nG1 Y%5\nG0 Z120\nG0 Z200\n")
+               "G0 X%1 Y%2 Z200 C0 A%3\nG0 Z120\nG1 Z100 F3000\nG1 X%4\nG1 Y%5\nG0 Z120\nG0 Z200\n")
         .arg(x)
         .arg(y)
-        .arg(c)
+        .arg(a_deg)
         .arg(x + 20)
         .arg(y + 20);
+}
+
+userCoordinateSystem* ProgramBench::addSystem() {
+    ExpectedDialogs dialogs;
+    dialogs.expectTell(UserDialogs::Kind::Information, QStringLiteral("Work coordinate system"),
+                       QStringLiteral("The user coordinate system was added."));
+    return machine_->findWorkCoordinateSystem(QStringLiteral("G54"))->addUserCoordinateSystem();
 }
 
 void ProgramBench::commit() {

@@ -9,6 +9,7 @@ class MotionNodeManager;
 class ToolData;
 class TreeWidgetManager;
 class UserTopItem;
+class userCoordinateSystem;
 
 namespace TORNVALE {
 class CodeManagerItem;
@@ -22,7 +23,9 @@ class ProgramBench {
   public:
     static constexpr double kCorner = 100;
 
-    ProgramBench();
+    /// `machine`: the stem of the shipped machine file, and of its post-processor file. On another machine
+    /// than the bridge the tools fit its first chain.
+    explicit ProgramBench(const QString& machine = QStringLiteral("TornBridge5"));
     ~ProgramBench();
     ProgramBench(const ProgramBench&) = delete;
     ProgramBench& operator=(const ProgramBench&) = delete;
@@ -32,8 +35,8 @@ class ProgramBench {
     [[nodiscard]] UserTopItem& left();
     [[nodiscard]] UserTopItem& right();
 
-    /// A program around a square with its corner at (x, y).
-    [[nodiscard]] static QString square(double x, double y = 100, double c = 0);
+    /// A program around a square with its corner at (x, y), the fifth axis at `a_deg`.
+    [[nodiscard]] static QString square(double x, double y = 100, double a_deg = 0);
     [[nodiscard]] static QString square() { return square(kCorner); }
     /// An item at the end of the group, generated: two feed moves at this height over the table, between
     /// rapid ones. Without a code the item is new and empty.
@@ -42,6 +45,8 @@ class ProgramBench {
     /// The installed tool of this index.
     [[nodiscard]] static ToolData* tool(int index);
     void commit();
+    /// A further user coordinate system of G54, whose box is expected.
+    userCoordinateSystem* addSystem();
 
     static TemporaryInstallation& installation();
 

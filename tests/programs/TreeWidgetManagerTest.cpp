@@ -155,7 +155,7 @@ TEST(TreeWidgetManager, DeleteOnTheRootClearsAllAndUndoBringsThemBack) {
 TEST(TreeWidgetManager, DoubleClickOpensByColumn) {
     ProgramBench bench;
     IsoItem& item = bench.add(bench.left());
-    bench.machine().findWorkCoordinateSystem("G54")->addUserCoordinateSystem();
+    bench.addSystem();
     ExpectedDialogs dialogs;
     dialogs.answerNumber(-12000.0);
     doubleClick(bench.tree(), item, CodeManagerItem::kRpmColumn);

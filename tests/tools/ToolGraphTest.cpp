@@ -177,6 +177,18 @@ TEST(ToolGraph, ModelNestedWithoutMeasure_IsRefused) {
     EXPECT_EQ(log.count(QStringLiteral("FilePath:")), 1);
 }
 
+TEST(ToolGraph, ModelWithAnEndlessWord_IsRefused) {
+    const ToolInstallation installation;
+    for (const QByteArray& word :
+         {"DEF " + QByteArray(70000, 'n') + " Cube { }", "Cube { width 1" + QByteArray(70000, '0') + " }"}) {
+        installation.write(QStringLiteral("ChainSawLib/long.iv"), "#Inventor V2.1 ascii\n" + word + "\n");
+        ToolData tool = chainSaw(QStringLiteral("long.iv"));
+        const LogCapture log;
+        EXPECT_EQ(tool.GetSeparator(), nullptr);
+        EXPECT_EQ(log.count(QStringLiteral("FilePath:")), 1);
+    }
+}
+
 TEST(ToolGraph, ChainSawsCollisionMesh_IsReadAsStl) {
     const ToolInstallation installation;
     installation.write(QStringLiteral("ChainSawLib/saw.stl"),

@@ -5,6 +5,7 @@
 #include "app/batch/BatchFiles.h"
 #include "app/batch/BatchInstallation.h"
 #include "app/batch/BatchMachine.h"
+#include "app/batch/BatchProject.h"
 #include "app/batch/BatchResults.h"
 #include "machine/Transform.h"
 #include "machine/calc/AxisLimits.h"
@@ -158,6 +159,8 @@ Outcome run(Job& job) {
             return check(job);
         case BatchCommand::Audit:
             return audit(job);
+        case BatchCommand::Items:
+        case BatchCommand::Generate:
         case BatchCommand::Simulate:
         case BatchCommand::Picture:
             break;  // these need the machine's scene and no chain
@@ -176,22 +179,45 @@ ExitStatus finish(const BatchCall& call, const Outcome& outcome, const QElapsedT
     if (outcome.result) {
         if (const std::optional<Failure> failure = writeResult(call.outputFile, *outcome.result))
             return report(*failure);
+        if (!outcome.summary.isEmpty())
+            printSummary(call.input, outcome.summary);
         printProgress(call.input,
                       QStringLiteral("%1 bytes in %2 ms").arg(outcome.result->size()).arg(timer.elapsed()));
     }
     return outcome.failure ? outcome.failure->status : ExitStatus::Done;
 }
 
+Outcome runProject(const BatchCall& call, const QByteArray& document) {
+    BatchProject project;
+    if (const std::optional<Failure> failure = project.load(call.input, document))
+        return {std::nullopt, *failure};
+    if (call.command == BatchCommand::Items)
+        return project.items(call.input);
+    if (call.command == BatchCommand::Generate)
+        return project.generate(call);
+    return BatchMachine(project.machine()).run(call, project.machineProgram());
+}
+
+/// The commands that need the machine's scene.
 ExitStatus runOnMachine(const BatchCall& call, const QElapsedTimer& timer) {
+    printProgress(call.input, QStringLiteral("reading"));
+    const std::variant<QByteArray, Failure> bytes = readBytes(call.input, ExitStatus::BadInput);
+    if (const Failure* failure = std::get_if<Failure>(&bytes))
+        return report(*failure);
+    const QByteArray& input = std::get<QByteArray>(bytes);
+    const bool wantsProject = call.command == BatchCommand::Items || call.command == BatchCommand::Generate;
+    if (wantsProject || looksLikeProject(input))
+        return finish(call, runProject(call, input), timer);
     const auto tools = readTools(call);
     if (const Failure* failure = std::get_if<Failure>(&tools))
         return report(*failure);
-    printProgress(call.input, QStringLiteral("reading"));
-    const std::variant<QString, Failure> text = readText(call.input);
-    if (const Failure* failure = std::get_if<Failure>(&text))
-        return report(*failure);
     BatchMachine machine(std::get<QVector<ToolRecord>>(tools));
-    return finish(call, machine.run(call, std::get<QString>(text)), timer);
+    return finish(call, machine.run(call, textOf(input)), timer);
+}
+
+bool needsScene(BatchCommand command) {
+    return command == BatchCommand::Items || command == BatchCommand::Generate ||
+           command == BatchCommand::Simulate || command == BatchCommand::Picture;
 }
 
 }  // namespace
@@ -204,7 +230,7 @@ ExitStatus runCommand(const BatchCall& call) {
         return report(*failure);
     setFatalPlaces(std::get<QString>(machineFile), call.input);
 
-    if (call.command == BatchCommand::Simulate || call.command == BatchCommand::Picture)
+    if (needsScene(call.command))
         return runOnMachine(call, timer);
 
     const auto place = workPlace(ConfigReader::instance().description(), call);

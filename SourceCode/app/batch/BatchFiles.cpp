@@ -54,13 +54,15 @@ std::variant<QByteArray, Failure> readBytes(const QString& path, ExitStatus stat
     return readAll(file, path, statusOfFailure);
 }
 
+QString textOf(const QByteArray& bytes) {
+    return QString::fromUtf8(bytes.constData(), bytes.size());
+}
+
 std::variant<QString, Failure> readText(const QString& path) {
     std::variant<QByteArray, Failure> bytes = readBytes(path, ExitStatus::BadInput);
     if (Failure* failure = std::get_if<Failure>(&bytes))
         return std::move(*failure);
-    // With the length: a zero byte in the middle is no end.
-    const QByteArray& text = std::get<QByteArray>(bytes);
-    return QString::fromUtf8(text.constData(), text.size());
+    return textOf(std::get<QByteArray>(bytes));
 }
 
 std::optional<Failure> writeResult(const std::optional<QString>& path, const QByteArray& bytes) {

@@ -12,6 +12,9 @@
 /// Longest input, bytes: half of what a text can hold.
 inline constexpr qint64 kMaxInputBytes = 500'000'000;
 
+/// Bytes of UTF-8 as a text; zero bytes in the middle are no end.
+[[nodiscard]] QString textOf(const QByteArray& bytes);
+
 /// The text of a file, UTF-8; "-" is standard input. Bytes that are no UTF-8 become U+FFFD.
 [[nodiscard]] std::variant<QString, Failure> readText(const QString& path);
 

@@ -51,15 +51,6 @@ Outcome badInput(const BatchCall& call, const QString& text) {
     return {std::nullopt, Failure{ExitStatus::BadInput, call.input, text}};
 }
 
-/// A project document is one JSON object.
-bool isProject(const QString& code) {
-    for (const QChar c : code) {
-        if (!c.isSpace())
-            return c == QLatin1Char('{');
-    }
-    return false;
-}
-
 /// The path of the tool's tip on the table that carries the work, which moves below it.
 class ToolPath {
   public:
@@ -158,7 +149,7 @@ std::optional<Failure> aim(MachineScene& scene, const BatchCall& call) {
         scene.viewAll(picture);
         return std::nullopt;
     }
-    if (const std::optional<Failure> failure = loadView(scene, path, ExitStatus::BadInstallation))
+    if (std::optional<Failure> failure = loadView(scene, path, ExitStatus::BadInstallation))
         return failure;
     // A view of the whole machine stays one when the picture is narrower than a window.
     if (scene.isAllInSight(kUsualAspect) && !scene.isAllInSight(picture.getViewportAspectRatio()))
@@ -178,20 +169,21 @@ void BatchMachine::make() {
     QList<ToolData*> installed;
     for (const std::unique_ptr<ToolData>& tool : tools_)
         installed.append(tool.get());
-    machine_.reset();
-    machine_ = std::make_unique<MotionNodeManager>(ConfigReader::instance().description());
+    own_.reset();
+    own_ = std::make_unique<MotionNodeManager>(ConfigReader::instance().description());
+    machine_ = own_.get();
     machine_->UpdateToolList(installed);
     machine_->commandProcessor().UpdateToolList(installed);
 }
 
+BatchMachine::BatchMachine(MotionNodeManager& machineOfJob) : machine_(&machineOfJob), isJob_(true) {}
+
 BatchMachine::~BatchMachine() = default;
 
 Outcome BatchMachine::run(const BatchCall& call, const QString& code) {
-    if (isProject(code))
-        return badInput(call,
-                        QStringLiteral("is a project document, expected machine code; this version reads "
-                                       "projects in the window only"));
-    return call.command == BatchCommand::Simulate ? simulate(call, code) : picture(call, code);
+    if (call.command == BatchCommand::Simulate)
+        return simulate(call, code);
+    return isJob_ ? pictureOfJob(call, code) : picture(call, code);
 }
 
 Outcome BatchMachine::simulate(const BatchCall& call, const QString& code) {
@@ -206,7 +198,7 @@ Outcome BatchMachine::simulate(const BatchCall& call, const QString& code) {
     SimulationResult result;
     std::map<std::pair<QStringList, QStringList>, int> known;
     int current = 0;
-    QObject::connect(machine_.get(), &MotionNodeManager::contactFound,
+    QObject::connect(machine_, &MotionNodeManager::contactFound,
                      [&result, &known, &current](const QStringList& first, const QStringList& second) {
                          const auto [pair, isNew] =
                              known.emplace(std::pair(first, second), static_cast<int>(result.pairs.size()));
@@ -285,8 +277,32 @@ Outcome BatchMachine::picture(const BatchCall& call, const QString& code) {
         return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
     if (call.line > 0)
         zone = standBehind(call.line, code, zone);
-    machine_->collisionPass();
     path.show(zone);
+    return render(call);
+}
+
+/// Its items draw their paths themselves.
+Outcome BatchMachine::pictureOfJob(const BatchCall& call, const QString& code) {
+    if (call.workCoordinate)
+        return {std::nullopt, Failure{ExitStatus::WrongCall, QStringLiteral("--wcs"),
+                                      QStringLiteral("is for machine code only, a project draws the paths of "
+                                                     "all its items")}};
+    machine_->switchCollision(false);
+    const int lines = forEachLine(
+        code,
+        [this](const QString& line, int) {
+            machine_->executeLine(line);
+            return true;
+        },
+        call.line > 0 ? call.line : std::numeric_limits<int>::max());
+    if (call.line > lines)
+        return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
+    return render(call);
+}
+
+/// The machine as it stands, parts that touch marked.
+Outcome BatchMachine::render(const BatchCall& call) {
+    machine_->collisionPass();
     MachineScene scene(*machine_->root());
     if (const std::optional<Failure> failure = aim(scene, call))
         return {std::nullopt, *failure};

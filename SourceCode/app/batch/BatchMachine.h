@@ -14,11 +14,13 @@
 class MotionNodeManager;
 class WorkCoordinateSystem;
 
-/// The machine of the call as the window has it, without a window: programs are played on it and drawn. All
-/// tools of the library are installed.
+/// The machine of the call as the window has it, without a window: programs are played on it and drawn.
 class BatchMachine {
   public:
+    /// For machine code: all of these tools are installed.
     explicit BatchMachine(const QVector<ToolRecord>& tools);
+    /// The machine of a job, as it stands there.
+    explicit BatchMachine(MotionNodeManager& machineOfJob);
     ~BatchMachine();
     BatchMachine(const BatchMachine&) = delete;
     BatchMachine& operator=(const BatchMachine&) = delete;
@@ -34,7 +36,11 @@ class BatchMachine {
                                                     const WorkCoordinateSystem* zone);
     [[nodiscard]] Outcome simulate(const BatchCall& call, const QString& code);
     [[nodiscard]] Outcome picture(const BatchCall& call, const QString& code);
+    [[nodiscard]] Outcome pictureOfJob(const BatchCall& call, const QString& code);
+    [[nodiscard]] Outcome render(const BatchCall& call);
 
     std::vector<std::unique_ptr<ToolData>> tools_;
-    std::unique_ptr<MotionNodeManager> machine_;
+    std::unique_ptr<MotionNodeManager> own_;
+    MotionNodeManager* machine_ = nullptr;  ///< own_, or that of a job
+    bool isJob_ = false;
 };

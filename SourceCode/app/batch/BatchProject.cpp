@@ -5,6 +5,10 @@
 #include <QJsonObject>
 
 #include "app/calc/ProjectDocument.h"
+#include "core/InstallationFolder.h"
+#include "core/ParaReader.h"
+#include "items/GenerateIsoCode.h"
+#include "items/GenerationProgress.h"
 #include "items/IsoItem.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
@@ -40,11 +44,40 @@ QString faultOf(const TORNVALE::CodeManagerItem& item) {
     return item.isInLimits() ? QString() : QStringLiteral("leaves the limits of the machine");
 }
 
+QString postProcessorPath() {
+    return installationPath(
+        ParaReader().value(QStringLiteral("StatusPreProcessing/PostProcessor")).toString());
+}
+
+/// Names the item that is being generated.
+class ItemNotes final : public TORNVALE::GenerationProgress {
+  public:
+    explicit ItemNotes(QString place) : place_(std::move(place)) { set(this); }
+    ~ItemNotes() override { set(nullptr); }
+    ItemNotes(const ItemNotes&) = delete;
+    ItemNotes& operator=(const ItemNotes&) = delete;
+
+    void begin(int count) override { count_ = count; }
+    [[nodiscard]] bool step(const QString& itemName) override {
+        printProgress(place_, QStringLiteral("item %1 of %2: %3").arg(++done_).arg(count_).arg(itemName));
+        return true;
+    }
+    void end() override {}
+
+  private:
+    QString place_;
+    int count_ = 0;
+    int done_ = 0;
+};
+
 }  // namespace
 
-BatchProject::BatchProject()
-    : machine_(std::make_unique<MotionNodeManager>(ConfigReader::instance().description())),
-      programs_(std::make_unique<TreeWidgetManager>(*machine_)) {}
+bool looksLikeProject(const QByteArray& text) {
+    const QByteArray mark("\xEF\xBB\xBF");
+    return (text.startsWith(mark) ? text.mid(mark.size()) : text).trimmed().startsWith('{');
+}
+
+BatchProject::BatchProject() = default;
 
 BatchProject::~BatchProject() = default;
 
@@ -53,6 +86,12 @@ std::optional<Failure> BatchProject::load(const QString& place, const QByteArray
     if (!project)
         return Failure{ExitStatus::BadInput, place,
                        QStringLiteral("is no project, expected a JSON document in UTF-8")};
+    if (project->machine.isEmpty() && project->tree.isEmpty() && !project->toolList.isObject())
+        return Failure{ExitStatus::BadInput, place,
+                       QStringLiteral("is no project, expected programs, tools or work coordinate systems")};
+    machine_ = std::make_unique<MotionNodeManager>(ConfigReader::instance().description());
+    programs_ = std::make_unique<TreeWidgetManager>(*machine_);
+    const ItemNotes notes(place);
     TORNVALE::ToolsManager& tools = TORNVALE::ToolsManager::instance();
     tools.loadFromProject(project->toolList);
     machine_->fromJson(project->machine, project->isLegacy);
@@ -76,6 +115,30 @@ Outcome BatchProject::items(const QString& place) const {
     }
     outcome.result = QJsonDocument(QJsonObject{{QStringLiteral("items"), list}}).toJson();
     return outcome;
+}
+
+Outcome BatchProject::generate(const BatchCall& call) const {
+    TORNVALE::UserPostProcessor& postProcessor = TORNVALE::UserPostProcessor::instance();
+    const QStringList patterns = postProcessor.patternNames();
+    if (patterns.isEmpty())
+        return {std::nullopt,
+                Failure{ExitStatus::BadInstallation, postProcessorPath(),
+                        QStringLiteral("gives no pattern, expected a post-processor with a Configulation")}};
+    const QString pattern = call.pattern.value_or(patterns.first());
+    if (!postProcessor.choosePattern(pattern))
+        return {std::nullopt,
+                Failure{ExitStatus::WrongCall, QStringLiteral("--pattern"),
+                        QStringLiteral("%1 is no pattern of %2, expected one of %3")
+                            .arg(pattern, postProcessorPath(), patterns.join(QStringLiteral(", ")))}};
+    const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(programs_->root());
+    if (!program.overLimit.isEmpty())
+        return {std::nullopt, Failure{ExitStatus::ProgramAtFault, call.input, program.overLimit}};
+    constexpr int kDecimals = 3;
+    return {program.text.toUtf8(), std::nullopt,
+            QStringLiteral("%1 lines, %2 s, %3")
+                .arg(program.lines)
+                .arg(program.seconds, 0, 'f', kDecimals)
+                .arg(call.outputFile.value_or(QStringLiteral("standard output")))};
 }
 
 QString BatchProject::machineProgram() const {

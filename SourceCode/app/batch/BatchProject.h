@@ -6,9 +6,13 @@
 #include <optional>
 
 #include "app/batch/BatchReport.h"
+#include "app/batch/CommandLine.h"
 
 class MotionNodeManager;
 class TreeWidgetManager;
+
+/// Whether a text is a project document rather than machine code: those begin with a brace.
+[[nodiscard]] bool looksLikeProject(const QByteArray& text);
 
 /// A job as the window opens it, without a window: the machine with the job's tools, zones and work pieces,
 /// and its programs, all generated.
@@ -19,12 +23,14 @@ class BatchProject {
     BatchProject(const BatchProject&) = delete;
     BatchProject& operator=(const BatchProject&) = delete;
 
-    /// `place` names the document in errors.
+    /// Before anything else; `place` names the document in errors.
     [[nodiscard]] std::optional<Failure> load(const QString& place, const QByteArray& document);
 
-    /// The result of the command `items`; a failure names the first checked item that is at fault, or an
-    /// item that has no code.
+    /// The failure names the first item that has no code, or is checked and leaves the limits of the machine.
     [[nodiscard]] Outcome items(const QString& place) const;
+    /// The NC program of the pattern of the call, otherwise of the first one; its lines, seconds and file
+    /// as the summary.
+    [[nodiscard]] Outcome generate(const BatchCall& call) const;
     /// All groups in one machine program, as the playback of the whole job has it.
     [[nodiscard]] QString machineProgram() const;
 

@@ -75,6 +75,10 @@ void printError(const QString& place, const QString& text) {
     printLine(place, text);
 }
 
+void printSummary(const QString& place, const QString& text) {
+    printLine(place, text);
+}
+
 void printNote(const QString& place, const QString& text) {
     if (!state().isQuiet)
         printLine(place, text);

@@ -28,10 +28,14 @@ struct Failure {
 struct Outcome {
     std::optional<QByteArray> result;
     std::optional<Failure> failure;
+    QString summary = {};  ///< for standard error, once the result is written; empty: none
 };
 
 /// "tornvale-batch: PLACE: TEXT" as one line: line feeds and other control characters become blanks.
 void printError(const QString& place, const QString& text);
+
+/// The summary of a result, in the same form.
+void printSummary(const QString& place, const QString& text);
 
 /// Progress and notes, in the same form; nothing with `setQuiet`.
 void printNote(const QString& place, const QString& text);

@@ -1,8 +1,8 @@
 #include "app/batch/CommandLine.h"
 
-QString batchHelp() {
-    return QStringLiteral(
-        R"(tornvale-batch [common options] COMMAND [options] FILE
+namespace {
+
+const char* const kHelp = R"(tornvale-batch [common options] COMMAND [options] FILE
 
 Programs of a machining centre without a window: FILE "-" is standard input, results
 are UTF-8. Values may be given as --ucs=-1,0,5 or --ucs -1,0,5.
@@ -54,16 +54,28 @@ audit CODE         what a re-timed program asks of the machine, measured from it
                    the period). Jerk is shown but not judged: the planner does not limit it. A
                    limit that is no positive number is not judged either.
 
-simulate CODE      plays the program on the machine line by line with the collision pass, the
-                   tools of the library installed (M6 T3 mounts tool 3): object with "lines",
-                   "seconds" and "collisions" of "line", "first", "second"
+items PROJECT      opens a project and generates all of its items: object with "items" of "group",
+                   "name", "type", "chain", "checked", "inLimits", "Time" (s), "WorkCode",
+                   "LeadIn", "IsoCode", "LeadOut"
+
+generate PROJECT   the NC program of a project through the post-processor of data.ini; lines,
+                   seconds and output file go to standard error
+  --pattern NAME         pattern of the post-processor (default: its first)
+
+simulate PROJECT|CODE
+                   plays the program on the machine line by line with the collision pass:
+                   object with "lines", "seconds" and "collisions" of "line", "first", "second".
+                   Of a project all groups are played, with its tools, work pieces and fixtures;
+                   for code the tools of the library are installed (M6 T3 mounts tool 3)
   --stop-at-first        end at the first collision
 
-picture CODE       draws the machine with the path of the tool to a PNG
+picture PROJECT|CODE
+                   draws the machine with the path of the tool, or with the paths of all items
+                   of a project, to a PNG
   --line N               the machine stands behind this line (default: the last)
   --size WxH             points, 16 to 8192 each (default 1280x800)
   --camera FILE          view as the window saves it (default: camera.txt, otherwise all)
-  --wcs NAME             work coordinate system whose table the path is drawn on
+  --wcs NAME             work coordinate system whose table the path of code is drawn on
 
 Exit status
   0  done
@@ -73,5 +85,10 @@ Exit status
   3  the input cannot be read or does not fit the machine's letters
   4  the machine or the installation cannot be used
 Every error is one line on standard error: tornvale-batch: FILE[:LINE]: what is wrong
-)");
+)";
+
+}  // namespace
+
+QString batchHelp() {
+    return QString::fromUtf8(kHelp);
 }

@@ -146,6 +146,7 @@ std::vector<Option> commandOptions() {
          takeWhole(&BatchCall::mode, QStringLiteral("0 or 1"), [](int i) { return i == 0 || i == 1; })},
         {QStringLiteral("--factor"), false, {Retime}, takeNumber(&BatchCall::factor)},
         {QStringLiteral("--dense-point"), true, {Retime}, takeFlag(&BatchCall::densePoint)},
+        {QStringLiteral("--pattern"), false, {Generate}, takeText(&BatchCall::pattern)},
         {QStringLiteral("--stop-at-first"), true, {Simulate}, takeFlag(&BatchCall::stopAtFirst)},
         {QStringLiteral("--line"),
          false,
@@ -163,6 +164,8 @@ const std::vector<std::pair<QString, BatchCommand>>& commandNames() {
         {QStringLiteral("retime"), BatchCommand::Retime},
         {QStringLiteral("check"), BatchCommand::Check},
         {QStringLiteral("audit"), BatchCommand::Audit},
+        {QStringLiteral("items"), BatchCommand::Items},
+        {QStringLiteral("generate"), BatchCommand::Generate},
         {QStringLiteral("simulate"), BatchCommand::Simulate},
         {QStringLiteral("picture"), BatchCommand::Picture}};
     return kNames;

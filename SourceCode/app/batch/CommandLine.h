@@ -9,7 +9,7 @@
 // The command line of tornvale-batch, read without side effects. Values may stand behind "=" or as the next
 // argument and may start with "-" ("--ucs -1,0,5"); an argument that starts with "--" is never a value.
 
-enum class BatchCommand { Convert, Transform, Retime, Check, Audit, Simulate, Picture };
+enum class BatchCommand { Convert, Transform, Retime, Check, Audit, Items, Generate, Simulate, Picture };
 
 /// One call, all values checked as far as that needs neither machine nor file.
 struct BatchCall {
@@ -40,6 +40,8 @@ struct BatchCall {
     double factor = 1;
     int mode = 0;  ///< 0 to the machine, 1 back to the tool tip
     bool densePoint = false;
+
+    std::optional<QString> pattern;  ///< of the post-processor
 
     bool stopAtFirst = false;
     int line = 0;  ///< 0: the whole program

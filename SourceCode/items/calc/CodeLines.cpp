@@ -109,5 +109,5 @@ int CodeLines::lineOfPlayed(int played) const {
 }
 
 qint64 CodeLines::indexBytes() const {
-    return static_cast<qint64>(pages_.capacity() * sizeof(Page));
+    return static_cast<qint64>(pages_.capacity()) * qint64{sizeof(Page)};
 }

@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+#include "nc/calc/AxisWords.h"
+
 namespace {
 
 bool isDigit(QChar c) {
@@ -19,14 +21,14 @@ qsizetype skipDigits(QStringView text, qsizetype place) {
     return place;
 }
 
-/// End of the number that starts at `place`, `place` itself when there is none. With `wantsWhole` the number
-/// is "-?digits[.digits]", otherwise also "-?.digits".
-qsizetype numberEnd(QStringView text, qsizetype place, bool wantsWhole) {
+/// End of the number "-?digits[.digits]" or "-?.digits" that starts at `place`, `place` itself when there is
+/// none.
+qsizetype numberEnd(QStringView text, qsizetype place) {
     const bool negative = place < text.size() && text[place] == QLatin1Char('-');
     const qsizetype whole = negative ? place + 1 : place;
     const qsizetype point = skipDigits(text, whole);
     const bool hasWhole = point > whole;
-    if (point < text.size() && text[point] == QLatin1Char('.') && (hasWhole || !wantsWhole)) {
+    if (point < text.size() && text[point] == QLatin1Char('.')) {
         const qsizetype end = skipDigits(text, point + 1);
         if (end > point + 1)
             return end;
@@ -41,10 +43,10 @@ struct NumberPlace {
     [[nodiscard]] QStringView in(QStringView text) const { return text.mid(begin, end - begin); }
 };
 
-/// The first word of `letter` that has a number, at or behind `from`.
-std::optional<NumberPlace> findNumber(QStringView text, QChar letter, bool wantsWhole, qsizetype from = 0) {
-    for (qsizetype place = text.indexOf(letter, from); place >= 0; place = text.indexOf(letter, place + 1)) {
-        const qsizetype end = numberEnd(text, place + 1, wantsWhole);
+/// The first word of `letter` that has a number.
+std::optional<NumberPlace> findNumber(QStringView text, QChar letter) {
+    for (qsizetype place = text.indexOf(letter); place >= 0; place = text.indexOf(letter, place + 1)) {
+        const qsizetype end = numberEnd(text, place + 1);
         if (end > place + 1)
             return NumberPlace{place + 1, end};
     }
@@ -126,19 +128,9 @@ void ReplaceSpecifyAxis(const QString& source, QString& target, const AxisMap& c
     }
     for (const int id : axisIdList) {
         const auto letter = chain.constFind(id);
-        std::optional<NumberPlace> from;
-        std::optional<NumberPlace> to;
-        if (letter != chain.constEnd()) {
-            from = findNumber(source, *letter, true);
-            to = findNumber(target, *letter, true);
-        }
-        if (!from || !to) {
+        if (letter == chain.constEnd() || !takeAxisWord(target, source, *letter))
             diagnostics.add(Severity::Warning,
                             QStringLiteral("Replace failed. Axis ID: ") + QString::number(id));
-            continue;
-        }
-        const QString number = from->in(source).toString();
-        target.replace(static_cast<int>(to->begin), static_cast<int>(to->end - to->begin), number);
     }
 }
 
@@ -180,7 +172,7 @@ QString withFirstLineAt(const QString& home, const QString& code, const AxisMap&
 double lastAxisValue(QStringView code, QChar letter) {
     for (qsizetype place = code.lastIndexOf(letter); place >= 0;
          place = place > 0 ? code.lastIndexOf(letter, place - 1) : -1) {
-        const qsizetype end = numberEnd(code, place + 1, false);
+        const qsizetype end = numberEnd(code, place + 1);
         if (end > place + 1)
             return valueOf(code.mid(place + 1, end - place - 1)).value_or(0.0);
     }
@@ -189,7 +181,7 @@ double lastAxisValue(QStringView code, QChar letter) {
 
 QString shortestRotaryPath(const QString& code, QChar letter, double previous_deg) {
     const QStringView text(code);
-    const std::optional<NumberPlace> first = findNumber(text, letter, false);
+    const std::optional<NumberPlace> first = findNumber(text, letter);
     const std::optional<double> value = first ? valueOf(first->in(text)) : std::nullopt;
     if (!value || !(std::abs(previous_deg - otherWayRound(*value)) < std::abs(previous_deg - *value)))
         return code;
@@ -199,7 +191,7 @@ QString shortestRotaryPath(const QString& code, QChar letter, double previous_de
         const qsizetype feed = text.indexOf(QLatin1Char('\n'), begin);
         const qsizetype end = feed < 0 ? text.size() : feed + 1;
         const QStringView line = text.mid(begin, end - begin);
-        const std::optional<NumberPlace> place = findNumber(line, letter, false);
+        const std::optional<NumberPlace> place = findNumber(line, letter);
         const std::optional<double> angle_deg = place ? valueOf(place->in(line)) : std::nullopt;
         if (angle_deg) {
             append(turned, line.left(place->begin));
@@ -220,26 +212,6 @@ double runTime_s(QStringView leadIn, QStringView isoCode, QStringView leadOut, u
 
 double runTime_s(QStringView code, unsigned period_ms) {
     return linesToSeconds(lineFeeds(code) + 1, period_ms);
-}
-
-QString firstLine(QStringView code) {
-    for (qsizetype begin = 0; begin < code.size();) {
-        qsizetype end = code.indexOf(QLatin1Char('\n'), begin);
-        if (end < 0)
-            end = code.size();
-        if (end > begin)
-            return code.mid(begin, end - begin).toString();
-        begin = end + 1;
-    }
-    return {};
-}
-
-QString lastLine(QStringView code) {
-    qsizetype end = code.size();
-    while (end > 0 && code[end - 1] == QLatin1Char('\n'))
-        --end;
-    const QStringView rest = code.left(end);
-    return rest.mid(rest.lastIndexOf(QLatin1Char('\n')) + 1).toString();
 }
 
 QString tenCopies(const QString& block) {

@@ -54,9 +54,5 @@ void ReplaceSpecifyAxis(const QString& source, QString& target, const AxisMap& c
 /// Run time of one text, s: (line feeds + 1) periods.
 [[nodiscard]] double runTime_s(QStringView code, unsigned period_ms);
 
-/// First and last line of `code` that is not empty, without its line feed; empty when there is none.
-[[nodiscard]] QString firstLine(QStringView code);
-[[nodiscard]] QString lastLine(QStringView code);
-
 /// `block` and a line feed, ten times: holds the machine still for ten interpolation periods.
 [[nodiscard]] QString tenCopies(const QString& block);

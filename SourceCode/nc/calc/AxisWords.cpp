@@ -66,18 +66,23 @@ bool ModifyAxisPosition(QString& text, const AxisMap& letters, int id, double va
     return true;
 }
 
+bool takeAxisWord(QString& target, QStringView source, QChar letter) {
+    const WordPlace from = findWord(source, letter);
+    const WordPlace to = findWord(target, letter);
+    if (!from.isFound() || !to.isFound())
+        return false;
+    target.replace(static_cast<int>(to.begin), static_cast<int>(to.end - to.begin),
+                   source.mid(from.begin, from.end - from.begin).toString());
+    return true;
+}
+
 QString withAxisWords(QString target, QStringView source, const AxisMap& letters, const QList<int>& ids,
                       Diagnostics& diagnostics) {
     for (const int id : ids) {
         const auto letter = letters.constFind(id);
         if (letter == letters.constEnd())
             continue;
-        const WordPlace from = findWord(source, *letter);
-        const WordPlace to = findWord(target, *letter);
-        if (from.isFound() && to.isFound())
-            target.replace(static_cast<int>(to.begin), static_cast<int>(to.end - to.begin),
-                           source.mid(from.begin, from.end - from.begin).toString());
-        else
+        if (!takeAxisWord(target, source, *letter))
             diagnostics.add(Severity::Warning,
                             QStringLiteral("Replace failed. Axis ID: ") + QString::number(id));
     }

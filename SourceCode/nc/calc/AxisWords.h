@@ -17,10 +17,13 @@
 [[nodiscard]] bool ModifyAxisPosition(QString& text, const AxisMap& letters, int id, double value,
                                       Diagnostics& diagnostics);
 
-/// `target` with the words of the axes `ids` as they stand in `source`: the first letter with an optional
-/// "-", digits, optional decimals of each text. An id whose word is missing in one of them keeps what
-/// `target` has, and is the Warning "Replace failed. Axis ID:" with the id. Ids that the chain has not are
-/// left out.
+/// Gives the first word of `letter` in `target` the number of the first one in `source`: a letter with an
+/// optional "-", digits and optional decimals. False, and nothing changed, when one of them lacks the word.
+[[nodiscard]] bool takeAxisWord(QString& target, QStringView source, QChar letter);
+
+/// `target` with the words of the axes `ids` as they stand in `source`, see takeAxisWord. An id whose word is
+/// missing in one of them keeps what `target` has, and is the Warning "Replace failed. Axis ID:" with the id.
+/// Ids that the chain has not are left out.
 [[nodiscard]] QString withAxisWords(QString target, QStringView source, const AxisMap& letters,
                                     const QList<int>& ids, Diagnostics& diagnostics);
 

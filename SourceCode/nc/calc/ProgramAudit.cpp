@@ -30,6 +30,12 @@ class AxisMeter {
         acceleration_ = acceleration;
     }
 
+    /// Rests, and then stands wherever the next step says.
+    void release() {
+        comeToRest();
+        isPlaced_ = false;
+    }
+
     /// The axis stays where it is until its velocity and acceleration are 0.
     void comeToRest() {
         for (int i = 0; i < 3; ++i)
@@ -66,6 +72,33 @@ void stepLine(QStringView line, std::vector<MeteredAxis>& axes) {
         else if (axis.meter.isPlaced())
             axis.meter.step(axis.meter.position());
     }
+}
+
+/// The command that changes the tool of a spindle, "M6 T#" with a number for the mark.
+struct ToolChange {
+    QString before;
+    QString behind;
+
+    [[nodiscard]] bool isOn(QStringView line) const {
+        if (!line.startsWith(before) || !line.endsWith(behind))
+            return false;
+        const auto count = line.size() - before.size() - behind.size();
+        if (count <= 0)
+            return false;
+        const QStringView number = line.mid(before.size(), count);
+        return std::all_of(number.begin(), number.end(), [](QChar c) { return c.isDigit(); });
+    }
+};
+
+std::vector<ToolChange> toolChanges(const MachineDescription& machine) {
+    std::vector<ToolChange> changes;
+    for (const auto& spindle : machine.spindles) {
+        const int mark = spindle->toolChangeString.indexOf(QLatin1Char('#'));
+        if (mark > 0)
+            changes.push_back(
+                {spindle->toolChangeString.left(mark), spindle->toolChangeString.mid(mark + 1)});
+    }
+    return changes;
 }
 
 AxisDemand demandOf(const MeteredAxis& axis, const numericalAxisStruct& record) {
@@ -132,12 +165,18 @@ std::optional<ProgramAudit> auditProgram(const MachineDescription& machine, cons
         return std::nullopt;
     }
 
+    const std::vector<ToolChange> changes = toolChanges(machine);
     LineReader reader(code);
     while (reader.next()) {
-        if (reader.line().isEmpty())
+        const QStringView line = reader.line();
+        if (line.isEmpty())
             continue;
         ++audit.lines;
-        stepLine(reader.line(), axes);
+        if (std::any_of(changes.begin(), changes.end(),
+                        [line](const ToolChange& change) { return change.isOn(line); }))
+            std::for_each(axes.begin(), axes.end(), [](MeteredAxis& axis) { axis.meter.release(); });
+        else
+            stepLine(line, axes);
     }
     audit.seconds = static_cast<double>(audit.lines) * audit.period_s;
     for (MeteredAxis& axis : axes) {

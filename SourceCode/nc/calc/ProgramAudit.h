@@ -20,6 +20,9 @@
 // measured with a whole period as well, for so it is driven; it is also where the motion is one period later,
 // since it rests there. So a motion whose acceleration stays below a limit never measures above it, the
 // last step included.
+//
+// A tool change is driven by a cycle of the machine: the axes rest in front of it, and behind it they rest
+// where the program finds them.
 
 /// Rounding to three decimals moves each position by half of the last one, mm or degrees.
 inline constexpr double kTextRounding = 0.0005;

@@ -21,5 +21,9 @@ struct SegmentRules {
 };
 
 /// The text of a segment as it stands in the NC program: motion marks, prepended text, rapid words, the order
-/// of words, and the words of its ends, in this order. An empty segment stays empty.
+/// of words, and the words of its ends, in this order. An empty segment stays empty; one with content that
+/// comes back empty is too long for any text, and a Warning says so.
 [[nodiscard]] QString processedSegment(QString text, const SegmentRules& rules, Diagnostics& diagnostics);
+
+/// True when the text holds more than empty lines.
+[[nodiscard]] bool hasContent(QStringView text);

@@ -33,7 +33,7 @@ TEST_F(Batch, Version_IsOneLine) {
 
 TEST_F(Batch, WrongCalls_EndWithStatusTwo) {
     expectError({}, 2, "command", "is missing");
-    expectError({"items", "p"}, 2, "items", "is no command");
+    expectError({"itemise", "p"}, 2, "itemise", "is no command");
     expectError({"check"}, 2, "check", "has no file");
     expectError({"check", "--frob", "program.nc"}, 2, "--frob", "is no option");
     expectError({"check", "program.nc", "other.nc"}, 2, "other.nc", "second file");

@@ -123,15 +123,6 @@ TEST_F(Simulate, InputThatCannotBeRead_EndsWithStatusThree) {
     expectError({"simulate", "data"}, 3, "data", "is a folder");
 }
 
-TEST_F(Simulate, ProjectDocument_IsRefused) {
-    for (const char* text : {"{\"version\":\"3.3.0.5\"}", " \r\n{}", "\xEF\xBB\xBF{", "{"}) {
-        write("job.tornvale", text);
-        for (const char* command : {"simulate", "picture"})
-            expectError({command, "job.tornvale"}, 3, "job.tornvale",
-                        "is a project document, expected machine code");
-    }
-}
-
 TEST_F(Simulate, OptionsOfOtherCommands_AreRefused) {
     expectError({"simulate", "--line", "3", "program.nc"}, 2, "--line", "is no option of the command");
     expectError({"simulate", "--stop-at-first=1", "program.nc"}, 2, "--stop-at-first", "takes no value");

@@ -1,0 +1,90 @@
+#include "items/GenerateIsoCode.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "core/LanguageReader.h"
+#include "core/UserDialogs.h"
+#include "items/CodeManagerItem.h"
+#include "items/TreeWidgetManager.h"
+#include "items/UserTopItem.h"
+#include "items/UserTopItemManager.h"
+#include "machine/readConfig.h"
+#include "nc/UserPostProcessor.h"
+
+namespace TORNVALE {
+
+namespace {
+
+QString textOf(const char* key) {
+    return LanguageReader::instance().text(QStringLiteral("Tornvale/GenerateIsoCode"), QLatin1String(key));
+}
+
+/// Empty when all items of the group keep the limits.
+QString overLimitText(const UserTopItem& group) {
+    QString rows;
+    const QVector<CodeManagerItem*> items = group.items();
+    for (int row = 0; row < items.size(); ++row) {
+        if (!items[row]->isInLimits())
+            rows += QStringLiteral("%1 ").arg(row);
+    }
+    if (rows.isEmpty())
+        return {};
+    return group.wcsName() + QStringLiteral(" Item:") + rows + QStringLiteral("\nover limited.");
+}
+
+}  // namespace
+
+NcProgram makeNcProgram(const UserTopItemManager& root) {
+    UserPostProcessor& postProcessor = UserPostProcessor::instance();
+    NcProgram program;
+    QVector<ProgramGroup*> groups;
+    for (const QString& name : postProcessor.GetCoordinateList()) {
+        UserTopItem* group = root.group(name);
+        if (group == nullptr)
+            continue;
+        group->refreshDerivedTexts();
+        program.overLimit = overLimitText(*group);
+        if (!program.overLimit.isEmpty())
+            return program;
+        groups.append(group);
+    }
+    postProcessor.ProcessGroups(program.text, groups, true);
+    constexpr double kMsPerSecond = 1000.0;
+    program.lines = program.text.count(QLatin1Char('\n'));
+    program.seconds =
+        program.lines *
+        (ConfigReader::instance().description().interpolationParameters.interpolationTime / kMsPerSecond);
+    return program;
+}
+
+bool writeNcFile(const QString& path, const QString& text) {
+    QSaveFile file(path);
+    const QByteArray bytes = text.toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+}  // namespace TORNVALE
+
+std::optional<QString> TreeWidgetManager::GenerateIsoCode(const QString& documentPath) {
+    using Kind = UserDialogs::Kind;
+    const QString title = TORNVALE::textOf("Title");
+    if (!TORNVALE::UserPostProcessor::instance().hasPatternOrTells())
+        return std::nullopt;
+    const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(*root_);
+    if (!program.overLimit.isEmpty()) {
+        userDialogs().tell(Kind::Warning, title, program.overLimit, this);
+        return std::nullopt;
+    }
+    const QString path = TORNVALE::UserPostProcessor::instance().outputPath(documentPath);
+    // An empty text is no program, and would take the place of one.
+    if (program.text.isEmpty() || !TORNVALE::writeNcFile(path, program.text)) {
+        userDialogs().tell(Kind::Warning, title, TORNVALE::textOf("ErrorMsg") + QLatin1Char('\n') + path,
+                           this);
+        return std::nullopt;
+    }
+    userDialogs().tell(Kind::Information, title, TORNVALE::textOf("Sucessful") + QLatin1Char('\n') + path,
+                       this);
+    constexpr int kDecimals = 3;
+    return QString::number(program.seconds, 'f', kDecimals);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+class UserTopItemManager;
+
+namespace TORNVALE {
+
+/// The NC program of a job, or why there is none.
+struct NcProgram {
+    QString text;
+    int lines = 0;
+    double seconds = 0;  ///< machining time: a line lasts one interpolation period
+    /// Names the first group with items over a limit and their row numbers; empty when all is well.
+    QString overLimit;
+};
+
+/// Merges the groups that the chosen pattern of the post-processor asks for, in its order. Items over a limit
+/// stop it.
+[[nodiscard]] NcProgram makeNcProgram(const UserTopItemManager& root);
+
+/// Writes the text whole or not at all; false when it cannot be written.
+[[nodiscard]] bool writeNcFile(const QString& path, const QString& text);
+
+}  // namespace TORNVALE
