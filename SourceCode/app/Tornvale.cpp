@@ -266,7 +266,8 @@ void Tornvale::showEvent(QShowEvent* event) {
     constexpr int kNarrowest_px = 490;
     constexpr int kWidest_px = 640;
     const int third = screen()->availableGeometry().width() / 3;
-    const int width = qBound(kNarrowest_px, third, kWidest_px);
+    const int half = screen()->availableGeometry().width() / 2;
+    const int width = qMin(qBound(kNarrowest_px, third, kWidest_px), half);
     resizeDocks({programDock_, codeDock_}, {width, width}, Qt::Horizontal);
     resizeDocks({programDock_, codeDock_}, {2 * height() / 3, height() / 3}, Qt::Vertical);
 }

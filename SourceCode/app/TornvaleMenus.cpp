@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QDebug>
 #include <QDesktopServices>
 #include <QDialog>
@@ -23,6 +22,7 @@
 #include "app/Packages.h"
 #include "app/Tornvale.h"
 #include "core/AboutTornvale.h"
+#include "core/BusyCursor.h"
 #include "core/InstallationFolder.h"
 #include "core/ParaReader.h"
 #include "core/RecentFiles.h"
@@ -42,6 +42,9 @@ using Kind = UserDialogs::Kind;
 
 const QString kUsedConfig = QStringLiteral("Config/UsedConfig");
 const QString kCameraFile = QStringLiteral("camera.txt");
+// clang-format off
+const QString kPersonalView = QStringLiteral("position 2807.2527 -2896.792 409.22067orientation 0.89338863 0.25516731 0.36979267  1.4057969nearDistance 1341.7339farDistance 4272.5898focalDistance 3177.3345");
+// clang-format on
 
 /// True when the file has a machine in it; read only as far as needed.
 bool isMachineFile(const QString& path) {
@@ -290,15 +293,19 @@ void tellCopied(QWidget* parent, const char* group, const QString& message, cons
                        parent);
 }
 
+template <typename Work>
+auto whileBusy(const Work& work) {
+    const BusyCursor busy;
+    return work();
+}
+
 }  // namespace
 
 void Tornvale::ExportPackage() {
     const QString target = userDialogs().chooseFolder(windowText("ExportPackage", "Title"), {});
     if (target.isEmpty())
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const QStringList failed = Packages::exportTo(target);
-    QApplication::restoreOverrideCursor();
+    const QStringList failed = whileBusy([&target] { return Packages::exportTo(target); });
     tellCopied(this, "ExportPackage", windowText("ExportPackage", "Notice").arg(target), failed);
 }
 
@@ -309,9 +316,7 @@ void Tornvale::ImportPackage() {
     const QString source = userDialogs().chooseFolder(title, {});
     if (source.isEmpty())
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const QStringList failed = Packages::importFrom(source);
-    QApplication::restoreOverrideCursor();
+    const QStringList failed = whileBusy([&source] { return Packages::importFrom(source); });
     tellCopied(this, "ImportPackage", {}, failed);
     // What came is the tool library now: closing must not write the old one over it.
     TORNVALE::ToolsManager::instance().LoadingLocalTools();
@@ -327,9 +332,7 @@ void Tornvale::addPoint() {
 }
 
 void Tornvale::showPersonalView() {
-    viewer_->scene().setCameraText(
-        QStringLiteral("position 2807.2527 -2896.792 409.22067orientation 0.89338863 0.25516731 0.36979267  "
-                       "1.4057969nearDistance 1341.7339farDistance 4272.5898focalDistance 3177.3345"));
+    viewer_->scene().setCameraText(kPersonalView);
 }
 
 void Tornvale::saveCamera() {

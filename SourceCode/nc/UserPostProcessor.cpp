@@ -3,6 +3,7 @@
 #include <QDebug>
 #include <algorithm>
 
+#include "core/BusyCursor.h"
 #include "machine/readConfig.h"
 #include "nc/calc/ChainJoin.h"
 #include "nc/calc/HeaderTail.h"
@@ -79,6 +80,7 @@ UserPostProcessor& UserPostProcessor::instance() {
 UserPostProcessor::UserPostProcessor() : configuration_(std::make_unique<PostProcessorConfigulation>()) {}
 
 void UserPostProcessor::ProcessGroups(QString& out, const QVector<ProgramGroup*>& groups, bool usePattern) {
+    const BusyCursor busy;
     groups_ = groups;
     groups_.removeAll(nullptr);
     usePattern_ = usePattern;

@@ -196,6 +196,7 @@ void myTimer::playOrPause() {
 void myTimer::rewind(int step) {
     stop();
     delete pendingDelay_;
+    pendingDelay_.clear();
     step_ = step;
     currentIndex = 0;
     slider_->setValue(0);

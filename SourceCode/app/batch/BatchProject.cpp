@@ -133,6 +133,11 @@ Outcome BatchProject::generate(const BatchCall& call) const {
     const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(programs_->root());
     if (!program.overLimit.isEmpty())
         return {std::nullopt, Failure{ExitStatus::ProgramAtFault, call.input, program.overLimit}};
+    if (program.text.isEmpty())
+        return {
+            std::nullopt,
+            Failure{ExitStatus::ProgramAtFault, call.input,
+                    QStringLiteral("gives no program with the pattern %1: %2").arg(pattern, lastWarning())}};
     constexpr int kDecimals = 3;
     return {program.text.toUtf8(), std::nullopt,
             QStringLiteral("%1 lines, %2 s, %3")

@@ -142,7 +142,7 @@ QString SpindleModel::start(const PlanItem& item) {
 }
 
 QString SpindleModel::forcedStart(const PlanItem& item) {
-    const QString text = start(item);
+    QString text = start(item);
     const SpindleState* spindle = find(item);
     if (!text.isEmpty() || spindle == nullptr)
         return text;
