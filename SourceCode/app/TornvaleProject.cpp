@@ -225,6 +225,7 @@ void Tornvale::clearState() {
     userInfo_->clear();
     programs_->clearAll();
     machine_->resetMachine(true, true);
+    machine_->emptyToolChangers();
     TORNVALE::ToolsManager::instance().removeInstalledTools();
 }
 

@@ -11,6 +11,7 @@
 #include "items/UserTopItemManager.h"
 #include "machine/readConfig.h"
 #include "nc/UserPostProcessor.h"
+#include "tools/ToolData.h"
 
 namespace TORNVALE {
 
@@ -35,10 +36,25 @@ QString overLimitText(const UserTopItem& group) {
 
 }  // namespace
 
+QString missingSpindleText(const QVector<UserTopItem*>& groups) {
+    const MachineDescription& machine = ConfigReader::instance().description();
+    for (const UserTopItem* group : groups) {
+        for (const CodeManagerItem* item : group->items()) {
+            const int spindle = item->tool().record().spindleNo;
+            if (item->isActive() && machine.findSpindle(spindle) == nullptr)
+                return LanguageReader::instance()
+                    .text(QStringLiteral("UserTopItem"), QStringLiteral("SpindleErrorMsg"))
+                    .arg(item->itemName(), group->wcsName())
+                    .arg(spindle);
+        }
+    }
+    return {};
+}
+
 NcProgram makeNcProgram(const UserTopItemManager& root) {
     UserPostProcessor& postProcessor = UserPostProcessor::instance();
     NcProgram program;
-    QVector<ProgramGroup*> groups;
+    QVector<UserTopItem*> groups;
     for (const QString& name : postProcessor.GetCoordinateList()) {
         UserTopItem* group = root.group(name);
         if (group == nullptr)
@@ -49,7 +65,10 @@ NcProgram makeNcProgram(const UserTopItemManager& root) {
             return program;
         groups.append(group);
     }
-    postProcessor.ProcessGroups(program.text, groups, true);
+    program.missingSpindle = missingSpindleText(groups);
+    if (!program.missingSpindle.isEmpty())
+        return program;
+    postProcessor.ProcessGroups(program.text, {groups.begin(), groups.end()}, true);
     constexpr double kMsPerSecond = 1000.0;
     program.lines = program.text.count(QLatin1Char('\n'));
     program.seconds =
@@ -72,9 +91,11 @@ std::optional<QString> TreeWidgetManager::GenerateIsoCode(const QString& documen
     if (!TORNVALE::UserPostProcessor::instance().hasPatternOrTells())
         return std::nullopt;
     const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(*root_);
-    if (!program.overLimit.isEmpty()) {
-        userDialogs().tell(Kind::Warning, title, program.overLimit, this);
-        return std::nullopt;
+    for (const QString& refusal : {program.overLimit, program.missingSpindle}) {
+        if (!refusal.isEmpty()) {
+            userDialogs().tell(Kind::Warning, title, refusal, this);
+            return std::nullopt;
+        }
     }
     const QString path = TORNVALE::UserPostProcessor::instance().outputPath(documentPath);
     // An empty text is no program, and would take the place of one.

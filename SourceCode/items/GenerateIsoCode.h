@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QString>
-#include <optional>
+#include <QVector>
 
+class UserTopItem;
 class UserTopItemManager;
 
 namespace TORNVALE {
@@ -14,7 +15,12 @@ struct NcProgram {
     double seconds = 0;  ///< machining time: a line lasts one interpolation period
     /// Names the first group with items over a limit and their row numbers; empty when all is well.
     QString overLimit;
+    QString missingSpindle;  ///< as missingSpindleText gives it
 };
+
+/// Names the first checked item whose spindle the machine lacks: no program can be joined with it. Empty when
+/// all are there.
+[[nodiscard]] QString missingSpindleText(const QVector<UserTopItem*>& groups);
 
 /// Merges the groups that the chosen pattern of the post-processor asks for, in its order. Items over a limit
 /// stop it.

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
+class UserTopItem;
 struct AuxiliaryAxis;
 
 namespace TORNVALE {
@@ -12,5 +14,10 @@ namespace TORNVALE {
 /// Hands code to the playback window as its new program, moves the auxiliary axis (may be nullptr) to its
 /// value, and shows the window.
 void playText(const QString& code, const AuxiliaryAxis* axis);
+
+/// The planned programs of these groups, one behind the other.
+[[nodiscard]] QString joinedProgram(const QVector<UserTopItem*>& groups);
+/// Plays it. A box tells of an item whose spindle the machine lacks; nothing is played then.
+void playGroups(const QVector<UserTopItem*>& groups);
 
 }  // namespace TORNVALE

@@ -287,10 +287,7 @@ void UserTopItem::editHeaderTail() {
 }
 
 void UserTopItem::play() {
-    refreshDerivedTexts();
-    QString text;
-    TORNVALE::UserPostProcessor::instance().ProcessGroups(text, {this}, false);
-    TORNVALE::playText(text, nullptr);
+    TORNVALE::playGroups({this});
 }
 
 // --- document ---

@@ -53,14 +53,7 @@ void UserTopItemManager::clear() {
 }
 
 void UserTopItemManager::play() {
-    QVector<TORNVALE::ProgramGroup*> all;
-    for (UserTopItem* group : groups()) {
-        group->refreshDerivedTexts();
-        all.append(group);
-    }
-    QString text;
-    TORNVALE::UserPostProcessor::instance().ProcessGroups(text, all, false);
-    TORNVALE::playText(text, nullptr);
+    TORNVALE::playGroups(groups());
 }
 
 void UserTopItemManager::popupMenu(const QPoint& place, const std::function<void()>& removeAll) {

@@ -187,6 +187,21 @@ void MotionNodeManager::UpdateToolList(QList<ToolData*> tools) {
     pimpl_->groups.refreshSpindleGroups();
 }
 
+/// Spindles without a changer wear whatever is installed for them, so they hold on to nothing.
+bool MotionNodeManager::canRemoveTool(ToolData* tool) {
+    const ToolRecord& record = tool->record();
+    const SpindleNode* const spindle = findSpindle(record.spindleNo);
+    return !toolList_.contains(tool) || spindle == nullptr || !spindle->hasToolChanger() ||
+           spindle->collisionObject() == nullptr || spindle->tool().record().toolNo != record.toolNo;
+}
+
+void MotionNodeManager::emptyToolChangers() {
+    for (SpindleNode* spindle : spindles()) {
+        if (spindle->hasToolChanger())
+            spindle->setTool(ToolData());
+    }
+}
+
 CommandProcessor& MotionNodeManager::commandProcessor() const {
     return *pimpl_->processor;
 }

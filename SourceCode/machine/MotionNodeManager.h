@@ -84,6 +84,10 @@ class MotionNodeManager : public QWidget, public TORNVALE::ToolObserver, public 
     // --- others ---
 
     void UpdateToolList(QList<ToolData*> tools) override;
+    /// False for the tool that a program has put into a spindle with a changer.
+    bool canRemoveTool(ToolData* tool) override;
+    /// Spindles with a changer wait for their first tool again.
+    void emptyToolChangers();
     [[nodiscard]] CommandProcessor& commandProcessor() const;
     /// Not owned; nullptr for none.
     void setPlayback(PlaybackStop* playback);

@@ -169,8 +169,7 @@ TEST(Manual, EveryTextThatItQuotesIsOneOfTheProgram) {
           << "Item:"
           << "Not defined user post processor."
           << "Error"
-          << "not contain lead in"
-          << "spindle is nullptr"
+          << "Useing.Can't be deleted"
           << ";";
     for (const QString& name : chapterNames()) {
         for (const QStringList& quoted : matches(chapter(name), R"re((?<![`>\w])"([^"]+)"(?!\w))re")) {

@@ -14,6 +14,7 @@
 #include "machine/SpindleClass.h"
 #include "machine/SpindleStatusWidget.h"
 #include "motion/MotionTestSupport.h"
+#include "nc/commandProcessor.h"
 #include "setup/WorkCoordinateSystem.h"
 #include "setup/userCoordinateSystem.h"
 
@@ -331,6 +332,33 @@ TEST(MotionNodeManager, InstalledToolsGoToSpindlesWithoutAChanger) {
     manager.UpdateToolList({});
     EXPECT_NE(manager.findSpindle(2)->collisionObject(), nullptr) << "what is mounted stays";
     EXPECT_TRUE(manager.collisionGroups().value("X").contains(manager.findSpindle(2)->collisionObject()));
+}
+
+TEST(MotionNodeManager, ToolThatAProgramHasMountedCannotBeRemoved) {
+    SmallMachine small;
+    MotionNodeManager& manager = small.build();
+    ToolData first = cylinderTool(1, 1);
+    ToolData other = cylinderTool(1, 3);
+    ToolData fixed = cylinderTool(2, 2);
+    ToolData library = cylinderTool(1, 1);
+    const QList<ToolData*> tools{&first, &other, &fixed};
+    manager.UpdateToolList(tools);
+    manager.commandProcessor().UpdateToolList(tools);
+    for (ToolData* tool : {&first, &other, &fixed})
+        EXPECT_TRUE(manager.canRemoveTool(tool)) << "nothing is mounted by a program yet";
+    manager.executeLine("M6 T1");
+    ASSERT_NE(manager.findSpindle(1)->collisionObject(), nullptr);
+    EXPECT_FALSE(manager.canRemoveTool(&first));
+    EXPECT_TRUE(manager.canRemoveTool(&other));
+    EXPECT_TRUE(manager.canRemoveTool(&fixed)) << "another tool may take its place";
+    EXPECT_TRUE(manager.canRemoveTool(&library)) << "not installed";
+    manager.executeLine("M6 T3");
+    EXPECT_TRUE(manager.canRemoveTool(&first));
+    EXPECT_FALSE(manager.canRemoveTool(&other));
+    manager.emptyToolChangers();
+    EXPECT_EQ(manager.findSpindle(1)->collisionObject(), nullptr);
+    EXPECT_NE(manager.findSpindle(2)->collisionObject(), nullptr);
+    EXPECT_TRUE(manager.canRemoveTool(&other));
 }
 
 // --- project form ---

@@ -17,6 +17,7 @@
 #include "machine/readConfig.h"
 #include "nc/UserPostProcessor.h"
 #include "programs/ProgramBench.h"
+#include "tools/ToolData.h"
 
 // The NC file of a document, written from the program tree: what is written, and what keeps it from being
 // written. An NC file that is there already stays whole then.
@@ -116,6 +117,28 @@ TEST_F(GenerateIsoCode, NcFile_IsWrittenWholeAndItsTimeComesBack) {
     ASSERT_EQ(ConfigReader::instance().description().interpolationParameters.interpolationTime, 4U);
     EXPECT_EQ(seconds.value_or(QString()), QString::number(written.count('\n') * 0.004, 'f', 3));
     EXPECT_EQ(QDir(folder().file(QStringLiteral("nc"))).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+TEST_F(GenerateIsoCode, SpindleThatTheMachineLacks_IsNamedAndNothingIsJoined) {
+    ToolData foreign(*ProgramBench::tool(0));
+    foreign.record().spindleNo = 9;
+    TORNVALE::IsoItem& item = bench.add(bench.left());
+    item.SetTool(&foreign, false);
+    const QString text = QStringLiteral(
+        "userCodeItem0 of G54 needs the spindle T9, which this machine does not have. Choose another tool "
+        "for it.");
+    EXPECT_EQ(generate(Kind::Warning, QStringLiteral("Generate NC program"), text), std::nullopt);
+    expectOldFile();
+    for (const bool whole : {false, true}) {
+        ExpectedDialogs dialogs;
+        dialogs.expectTell(Kind::Warning, QStringLiteral("Programs"), text);
+        if (whole)
+            bench.tree().root().play();
+        else
+            bench.left().play();
+    }
+    item.setChecked(false);  // then it takes no part
+    EXPECT_TRUE(generateWell().has_value());
 }
 
 TEST_F(GenerateIsoCode, GroupsStand_InTheOrderOfTheSlots) {

@@ -195,7 +195,10 @@ Outcome runProject(const BatchCall& call, const QByteArray& document) {
         return project.items(call.input);
     if (call.command == BatchCommand::Generate)
         return project.generate(call);
-    return BatchMachine(project.machine()).run(call, project.machineProgram());
+    const std::variant<QString, Failure> program = project.machineProgram(call.input);
+    if (const Failure* failure = std::get_if<Failure>(&program))
+        return {std::nullopt, *failure};
+    return BatchMachine(project.machine()).run(call, std::get<QString>(program));
 }
 
 /// The commands that need the machine's scene.

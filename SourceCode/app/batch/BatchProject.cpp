@@ -10,6 +10,7 @@
 #include "items/GenerateIsoCode.h"
 #include "items/GenerationProgress.h"
 #include "items/IsoItem.h"
+#include "items/PlaybackText.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
 #include "items/UserTopItemManager.h"
@@ -131,8 +132,10 @@ Outcome BatchProject::generate(const BatchCall& call) const {
                         QStringLiteral("%1 is no pattern of %2, expected one of %3")
                             .arg(pattern, postProcessorPath(), patterns.join(QStringLiteral(", ")))}};
     const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(programs_->root());
-    if (!program.overLimit.isEmpty())
-        return {std::nullopt, Failure{ExitStatus::ProgramAtFault, call.input, program.overLimit}};
+    for (const QString& refusal : {program.overLimit, program.missingSpindle}) {
+        if (!refusal.isEmpty())
+            return {std::nullopt, Failure{ExitStatus::ProgramAtFault, call.input, refusal}};
+    }
     if (program.text.isEmpty())
         return {
             std::nullopt,
@@ -146,13 +149,10 @@ Outcome BatchProject::generate(const BatchCall& call) const {
                 .arg(call.outputFile.value_or(QStringLiteral("standard output")))};
 }
 
-QString BatchProject::machineProgram() const {
-    QVector<TORNVALE::ProgramGroup*> groups;
-    for (UserTopItem* group : programs_->root().groups()) {
-        group->refreshDerivedTexts();
-        groups.append(group);
-    }
-    QString text;
-    TORNVALE::UserPostProcessor::instance().ProcessGroups(text, groups, false);
-    return text;
+std::variant<QString, Failure> BatchProject::machineProgram(const QString& place) const {
+    const QVector<UserTopItem*> groups = programs_->root().groups();
+    const QString missing = TORNVALE::missingSpindleText(groups);
+    if (!missing.isEmpty())
+        return Failure{ExitStatus::ProgramAtFault, place, missing};
+    return TORNVALE::joinedProgram(groups);
 }

@@ -4,6 +4,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <variant>
 
 #include "app/batch/BatchReport.h"
 #include "app/batch/CommandLine.h"
@@ -32,7 +33,7 @@ class BatchProject {
     /// as the summary.
     [[nodiscard]] Outcome generate(const BatchCall& call) const;
     /// All groups in one machine program, as the playback of the whole job has it.
-    [[nodiscard]] QString machineProgram() const;
+    [[nodiscard]] std::variant<QString, Failure> machineProgram(const QString& place) const;
 
     [[nodiscard]] MotionNodeManager& machine() const { return *machine_; }
     [[nodiscard]] TreeWidgetManager& programs() const { return *programs_; }

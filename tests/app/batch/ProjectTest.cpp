@@ -173,6 +173,21 @@ TEST_F(Project, Simulate_PlaysAllGroups) {
     EXPECT_TRUE(said(dip).contains("collision: X->Z->C->A->T1 touches Y")) << dip.err.toStdString();
 }
 
+TEST_F(Project, SpindleThatTheMachineLacks_IsNamed) {
+    QJsonObject item = isoItem(kSquare);
+    QJsonObject tool = endMill();
+    tool["SpindleNo"] = 9;
+    item["tool"] = tool;
+    write("foreign.tornvale", project({item}));
+    for (const char* command : {"generate", "simulate", "picture"}) {
+        const Finished result = runShipped({command, "foreign.tornvale"});
+        EXPECT_EQ(result.status, 1) << command;
+        EXPECT_EQ(result.out, QByteArray()) << command;
+        EXPECT_TRUE(said(result).contains("userCodeItem0 of G54 needs the spindle T9"))
+            << result.err.toStdString();
+    }
+}
+
 TEST_F(Project, Picture_ShowsTheJob) {
     const Finished result = runShipped({"picture", "job.tornvale", "--size", "320x200", "--line", "500"});
     EXPECT_EQ(result.status, 0) << result.err.toStdString();
