@@ -65,6 +65,12 @@ bool ClickableViewer::isHandleAt(const SbVec2s& place) {
     return picked != nullptr && isHandle(*picked->getPath());
 }
 
+/// Past the camera, which the examiner's own handling would move.
+SbBool ClickableViewer::toScene(const SoEvent* event) {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    return SoQtRenderArea::processSoEvent(event);
+}
+
 SbBool ClickableViewer::processSoEvent(const SoEvent* event) {
     const auto* button = dynamic_cast<const SoMouseButtonEvent*>(event);
     if (isViewing() == FALSE && !isHandleHeld_)
@@ -77,15 +83,15 @@ SbBool ClickableViewer::processSoEvent(const SoEvent* event) {
     }
     if (isHandleHeld_) {
         isHandleHeld_ = button == nullptr || isDown || button->getButton() != SoMouseButtonEvent::BUTTON1;
-        return SoQtRenderArea::processSoEvent(event);
+        return toScene(event);
     }
     const SbBool isTaken = SoQtExaminerViewer::processSoEvent(event);
     if (button != nullptr && !isDown && isClickButton(*button) && isClick(pressed_, button->getPosition())) {
         SoMouseButtonEvent press(*button);
         press.setState(SoButtonEvent::DOWN);
         press.setPosition(pressed_);
-        SoQtRenderArea::processSoEvent(&press);
-        SoQtRenderArea::processSoEvent(button);
+        toScene(&press);
+        toScene(button);
     }
     return isTaken;
 }

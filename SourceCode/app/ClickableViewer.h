@@ -16,6 +16,7 @@ class ClickableViewer final : public SoQtExaminerViewer {
 
   private:
     [[nodiscard]] bool isHandleAt(const SbVec2s& place);
+    SbBool toScene(const SoEvent* event);
 
     SbVec2s pressed_{-1, -1};  ///< where a button went down, pixels; negative when none did
     bool isSmoothingChosen_ = false;

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr int kPatience_ms = 400;
+constexpr int kBetweenDrawings_ms = 100;  ///< drawing the machine costs as much as generating many an item
 
 QString textOf(const char* key) {
     return TORNVALE::LanguageReader::instance().text(QStringLiteral("Progress"), QLatin1String(key));
@@ -24,6 +25,7 @@ ProgressDialog::~ProgressDialog() {
 
 void ProgressDialog::begin(int count) {
     done_ = 0;
+    sinceDrawn_.invalidate();
     if (count < 2)
         return;
     dialog_ = new QProgressDialog(textOf("Generating").arg(QString()), textOf("Cancel"), 0, count,
@@ -38,8 +40,12 @@ void ProgressDialog::begin(int count) {
 bool ProgressDialog::step(const QString& itemName) {
     if (dialog_.isNull())
         return true;
-    dialog_->setLabelText(textOf("Generating").arg(itemName));
-    dialog_->setValue(done_++);  // lets the window draw itself
+    const int done = done_++;
+    if (!sinceDrawn_.isValid() || sinceDrawn_.elapsed() >= kBetweenDrawings_ms) {
+        dialog_->setLabelText(textOf("Generating").arg(itemName));
+        dialog_->setValue(done);  // lets the window draw itself
+        sinceDrawn_.start();
+    }
     return !dialog_->wasCanceled();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
 
@@ -24,5 +25,6 @@ class ProgressDialog : public TORNVALE::GenerationProgress {
   private:
     QWidget* parent_;
     QPointer<QProgressDialog> dialog_;
+    QElapsedTimer sinceDrawn_;
     int done_ = 0;
 };

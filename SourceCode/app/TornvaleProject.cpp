@@ -222,6 +222,8 @@ void Tornvale::LoadOldVersion() {
 }
 
 void Tornvale::clearState() {
+    // The old job is let go, and what is read in its place needs no copy until it is whole and edited.
+    recovery_->remove();
     userInfo_->clear();
     programs_->clearAll();
     machine_->resetMachine(true, true);

@@ -4,6 +4,7 @@
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSignalBlocker>
 
 #include "core/LanguageReader.h"
 
@@ -67,6 +68,7 @@ void UserInfoForm::setHead(const ProjectHead& head) {
     partNumber_->setText(head.partNo);
     for (QLineEdit* edit : {productName_, productNumber_, partName_, partNumber_})
         edit->home(false);  // a long text shows its start
+    const QSignalBlocker notTyped(otherInfo_);
     otherInfo_->setPlainText(head.marked);
     createdTime_->setText(head.dateTime);
     machiningTime_->setText(head.LTime);

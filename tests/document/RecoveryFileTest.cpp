@@ -5,10 +5,14 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTest>
 
 #include "DocumentBench.h"
+#include "app/UserInfoForm.h"
 #include "items/CodeManagerItem.h"
+#include "items/GenerationProgress.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
 #include "items/UserTopItemManager.h"
@@ -176,4 +180,51 @@ TEST(Recovery, AnotherJobLeavesNone) {
     ASSERT_TRUE(bench.waitFor(kCopy));
     bench.load(DocumentBench::golden("middle.tornvale"));
     EXPECT_FALSE(RecoveryFile::leftBehind().has_value());
+}
+
+TEST(Recovery, AJobThatIsBeingReadMakesNone) {
+    Bench bench;
+    bench.load(Bench::golden("current.tornvale"));
+    bench.edit();  // a copy is due, of a job that is let go
+
+    /// Waits longer than a copy does, in the middle of the job.
+    class LongGeneration final : public TORNVALE::GenerationProgress {
+      public:
+        void begin(int /*count*/) override {}
+        bool step(const QString& /*itemName*/) override {
+            if (steps_++ == 1)
+                QTest::qWait(2500);
+            wasCopied = wasCopied || RecoveryFile::leftBehind().has_value();
+            return true;
+        }
+        void end() override {}
+        bool wasCopied = false;
+
+      private:
+        int steps_ = 0;
+    } generation;
+    TORNVALE::GenerationProgress* const before = TORNVALE::GenerationProgress::current();
+    TORNVALE::GenerationProgress::set(&generation);
+    bench.load(Bench::golden("middle.tornvale"));
+    TORNVALE::GenerationProgress::set(before);
+    EXPECT_FALSE(generation.wasCopied);
+    EXPECT_FALSE(QFile::exists(bench.file(kCopy)));
+}
+
+TEST(Recovery, OnlyWhatIsTypedIntoTheHeadIsAnEdit) {
+    const Bench bench;
+    UserInfoForm form;
+    int edits = 0;
+    QObject::connect(&form, &UserInfoForm::edited, [&edits] { ++edits; });
+    ProjectHead head;
+    head.partName = QStringLiteral("door");
+    head.marked = QStringLiteral("two\nlines");
+    form.setHead(head);
+    form.setMachiningTime(QStringLiteral("3.000"));
+    form.clear();
+    EXPECT_EQ(edits, 0);
+    QTest::keyClicks(form.findChild<QPlainTextEdit*>(), "ab");
+    EXPECT_EQ(edits, 2);
+    QTest::keyClicks(form.findChild<QLineEdit*>(), "c");
+    EXPECT_EQ(edits, 3);
 }
