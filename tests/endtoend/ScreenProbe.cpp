@@ -59,10 +59,13 @@ int showMachine(const QString& folder, const QString& file) {
         QElapsedTimer waited;
         waited.start();
         QImage before;
+        int still = 0;  // looks that saw the same; the view is framed once more when the window has its size
         QTimer look;
         QObject::connect(&look, &QTimer::timeout, [&] {
             const QImage image = shown(window.winId());
-            if (viewer->hasViewer() && hasManyColours(image) && image == before)
+            still = image == before ? still + 1 : 0;
+            constexpr int kStill = 8;
+            if (viewer->hasViewer() && hasManyColours(image) && still >= kStill)
                 status = image.save(file) ? 0 : 5;
             before = image;
             if (status == 0 || waited.hasExpired(kPatience_ms))
