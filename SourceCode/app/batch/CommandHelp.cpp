@@ -52,7 +52,8 @@ audit CODE         what a re-timed program asks of the machine, measured from it
                    A velocity or an acceleration over its limit is a violation, beyond what the
                    three decimals of the text can add (0.001/p per second and 0.002/p^2, p being
                    the period). Jerk is shown but not judged: the planner does not limit it. A
-                   limit that is no positive number is not judged either.
+                   limit that is no positive number is not judged either. A tool change is
+                   driven by the machine: the axes rest in front of it and begin anew behind it.
 
 items PROJECT      opens a project and generates all of its items: object with "items" of "group",
                    "name", "type", "chain", "checked", "inLimits", "Time" (s), "WorkCode",
