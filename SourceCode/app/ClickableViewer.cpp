@@ -47,6 +47,18 @@ bool isClickButton(const SoMouseButtonEvent& event) {
 
 }  // namespace
 
+ClickableViewer::ClickableViewer(QWidget* parent) : SoQtExaminerViewer(parent) {
+    constexpr int kAfterTheEvents_ms = 20;
+    soon_.setSingleShot(true);
+    soon_.setInterval(kAfterTheEvents_ms);
+    QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { render(); });
+}
+
+void ClickableViewer::renderTwiceSoon() {
+    isSecondFrameDue_ = true;
+    soon_.start();
+}
+
 /// Smooth lines take nearly half of a frame where the processor draws it, and what a user presses waits for
 /// the frame.
 void ClickableViewer::actualRedraw() {
@@ -55,6 +67,10 @@ void ClickableViewer::actualRedraw() {
         getSceneManager()->setAntialiasing(isDrawnByProcessor() ? FALSE : TRUE, 1);
     }
     SoQtExaminerViewer::actualRedraw();
+    if (isSecondFrameDue_) {
+        isSecondFrameDue_ = false;
+        soon_.start();
+    }
 }
 
 bool ClickableViewer::isHandleAt(const SbVec2s& place) {

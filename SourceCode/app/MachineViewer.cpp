@@ -14,7 +14,6 @@
 #include <QEvent>
 #include <QLabel>
 #include <QScreen>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include "app/ClickableViewer.h"
@@ -58,7 +57,7 @@ void MachineViewer::setBackground(const QColor& color) {
         viewer_->setBackgroundColor(SbColor(static_cast<float>(color.redF()),
                                             static_cast<float>(color.greenF()),
                                             static_cast<float>(color.blueF())));
-        renderSoon();
+        viewer_->renderTwiceSoon();
     }
 }
 
@@ -88,13 +87,14 @@ void MachineViewer::makeViewer() {
     viewer_->setDecoration(decoration_ ? TRUE : FALSE);
     viewer_->getHeadlight()->intensity = MachineScene::kHeadLight;
     viewer_->setSceneGraph(scene_->root());
+    keepSurfaceFilling(*viewer_->getGLWidget());
     viewer_->getGLWidget()->installEventFilter(this);
     setBackground(background_);
     viewer_->show();
     viewer_->getWidget()->show();
     viewer_->getWidget()->resize(size());
     message_->hide();
-    renderSoon();
+    viewer_->renderTwiceSoon();
 }
 
 void MachineViewer::showEvent(QShowEvent* event) {
@@ -112,19 +112,10 @@ void MachineViewer::resizeEvent(QResizeEvent* event) {
         viewAll();
 }
 
-// The first frame of an embedded viewer keeps a wrong size until it is drawn again after its events.
 bool MachineViewer::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show || event->type() == QEvent::Resize)
-        renderSoon();
+    if (viewer_ != nullptr && (event->type() == QEvent::Show || event->type() == QEvent::Resize))
+        viewer_->renderTwiceSoon();
     return QWidget::eventFilter(watched, event);
-}
-
-void MachineViewer::renderSoon() {
-    constexpr int kAfterTheEvents_ms = 20;
-    QTimer::singleShot(kAfterTheEvents_ms, this, [this] {
-        if (viewer_ != nullptr)
-            viewer_->render();
-    });
 }
 
 // --- mouse ---

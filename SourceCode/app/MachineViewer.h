@@ -50,7 +50,6 @@ class MachineViewer : public QWidget {
 
   private:
     void makeViewer();
-    void renderSoon();
     static void mouseClickCB(void* view, SoEventCallback* event);
 
     std::unique_ptr<MachineScene> scene_;

@@ -76,6 +76,7 @@ void ToolSceneView::makeViewer() {
     viewer_->setBackgroundColor(SbColor(0.96F, 0.97F, 0.98F));
     viewer_->setCameraType(SoOrthographicCamera::getClassTypeId());
     viewer_->setSceneGraph(root_);
+    keepSurfaceFilling(*viewer_->getGLWidget());
     viewer_->getGLWidget()->installEventFilter(this);
     viewer_->show();
     viewer_->getWidget()->show();

@@ -8,6 +8,8 @@
 #include <QJsonObject>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QThread>
+#include <functional>
 
 #include "../app/InstallationCopy.h"
 #include "VirtualScreen.h"
@@ -168,17 +170,23 @@ TEST(EndToEnd, ProjectIsOpenedPlayedAndClosed) {
         << "nothing was saved that nobody asked for";
 }
 
-TEST(EndToEnd, ViewInARealWindow_ShowsTheMachine) {
-    const ShippedCopy copy;
-    const VirtualScreen screen;
-    ASSERT_FALSE(screen.display().isEmpty());
+namespace {
+
+/// The picture of the machine in a window of 640 x 400, `act` being done once the program has begun.
+QImage viewOfMachine(
+    const ShippedCopy& copy, const VirtualScreen& screen, const std::function<void()>& act = [] {}) {
     QProcess probe;
     probe.setProcessEnvironment(screen.environment());
     probe.start(QStringLiteral(TORNVALE_SCREEN_PROBE), {"viewer", copy.path(), copy.path("view.png")});
-    ASSERT_TRUE(probe.waitForFinished(kPatience_ms));
+    EXPECT_TRUE(probe.waitForStarted(kPatience_ms));
+    act();
+    EXPECT_TRUE(probe.waitForFinished(kPatience_ms));
     EXPECT_EQ(probe.exitStatus(), QProcess::NormalExit);
-    ASSERT_EQ(probe.exitCode(), 0) << probe.readAllStandardError().toStdString();
-    const QImage image = QImage(copy.path("view.png")).convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(probe.exitCode(), 0) << probe.readAllStandardError().toStdString();
+    return QImage(copy.path("view.png")).convertToFormat(QImage::Format_RGB32);
+}
+
+void expectMachineFillsView(const QImage& image) {
     ASSERT_EQ(image.size(), QSize(640, 400));
     EXPECT_GT(coloursOf(image), 50);
     QRect drawn;
@@ -192,4 +200,27 @@ TEST(EndToEnd, ViewInARealWindow_ShowsTheMachine) {
     const double filled = qMax(drawn.width() / 640.0, drawn.height() / 400.0);
     EXPECT_GT(filled, 0.75);
     EXPECT_LT(filled, 0.95);
+}
+
+}  // namespace
+
+TEST(EndToEnd, ViewInARealWindow_ShowsTheMachine) {
+    const ShippedCopy copy;
+    const VirtualScreen screen;
+    ASSERT_FALSE(screen.display().isEmpty());
+    expectMachineFillsView(viewOfMachine(copy, screen));
+}
+
+// A window manager that answers late gives the drawing surface the size that it was made with.
+TEST(EndToEnd, ViewInAWindowThatAppearsLate_ShowsTheMachine) {
+    const ShippedCopy copy;
+    const VirtualScreen screen;
+    ASSERT_FALSE(screen.display().isEmpty());
+    screen.holdManager(true);
+    expectMachineFillsView(viewOfMachine(copy, screen, [&screen] {
+        EXPECT_TRUE(waitUntil([&screen] { return screen.isMade("ViewOfMachine"); }));
+        constexpr int kLate_ms = 1000;
+        QThread::msleep(kLate_ms);
+        screen.holdManager(false);
+    }));
 }

@@ -51,6 +51,7 @@ int showMachine(const QString& folder, const QString& file) {
     int status = 4;
     {
         QMainWindow window(nullptr, Qt::FramelessWindowHint);
+        window.setWindowTitle(QStringLiteral("ViewOfMachine"));
         auto* const viewer = new MachineViewer(*machine.root(), &window);  // owned by the window
         window.setCentralWidget(viewer);
         window.resize(640, 400);
@@ -70,6 +71,9 @@ int showMachine(const QString& folder, const QString& file) {
             before = image;
             if (status == 0 || waited.hasExpired(kPatience_ms))
                 QApplication::quit();
+            if (status == 4 && waited.hasExpired(kPatience_ms))
+                qWarning("viewer made: %d, machine drawn: %d, looks that saw the same: %d",
+                         viewer->hasViewer(), hasManyColours(image), still);
         });
         look.start(100);
         QApplication::exec();

@@ -4,6 +4,7 @@
 
 #include <QTemporaryDir>
 #include <QThread>
+#include <csignal>
 
 namespace {
 
@@ -50,11 +51,10 @@ VirtualScreen::VirtualScreen() {
     manager_.setProcessEnvironment(environment());
     manager_.start(QStringLiteral("openbox"), {"--sm-disable"});
     EXPECT_TRUE(manager_.waitForStarted(kPatience_ms)) << "openbox: " << manager_.errorString().toStdString();
+    // Until it has done something that it was asked for: while it only starts, new windows can get lost.
     EXPECT_TRUE(waitUntil([this] {
-        QProcess ask;
-        ask.setProcessEnvironment(environment());
-        ask.start(QStringLiteral("xdotool"), {"set_desktop", "0"});
-        return ask.waitForFinished(kPatience_ms) && ask.exitCode() == 0;
+        run("xdotool", {"set_num_desktops", "2"}, true);
+        return run("xdotool", {"get_num_desktops"}, true) == "2";
     })) << "openbox does not manage the screen";
 }
 
@@ -90,6 +90,10 @@ int VirtualScreen::window(const QString& title) const {
     return found.section('\n', -1).toInt();
 }
 
+bool VirtualScreen::isMade(const QString& title) const {
+    return !run("xdotool", {"search", "--name", title}, true).isEmpty();
+}
+
 QString VirtualScreen::tell(const QStringList& arguments) const {
     return run(QStringLiteral("xdotool"), arguments, false);
 }
@@ -105,6 +109,10 @@ void VirtualScreen::click(int x, int y) const {
 void VirtualScreen::activate(int window) const {
     EXPECT_EQ(manager_.state(), QProcess::Running) << "openbox has ended with " << manager_.exitCode();
     tell({"windowactivate", "--sync", QString::number(window)});
+}
+
+void VirtualScreen::holdManager(bool isHeld) const {
+    EXPECT_EQ(kill(static_cast<pid_t>(manager_.processId()), isHeld ? SIGSTOP : SIGCONT), 0);
 }
 
 QImage VirtualScreen::picture() const {

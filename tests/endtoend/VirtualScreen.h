@@ -27,6 +27,8 @@ class VirtualScreen {
     /// The visible window whose title contains this text; 0 when there is none. The one found last counts:
     /// window managers keep windows of their own.
     [[nodiscard]] int window(const QString& title) const;
+    /// Whether a program has made such a window, shown or not.
+    [[nodiscard]] bool isMade(const QString& title) const;
     /// Runs xdotool with these arguments; its output, and a failed test when it fails.
     QString tell(const QStringList& arguments) const;
     /// To the window that has the keys.
@@ -34,6 +36,8 @@ class VirtualScreen {
     void click(int x, int y) const;
     /// Brings a window to the front and gives it the keys.
     void activate(int window) const;
+    /// Lets the window manager stand still, so that no new window appears, or go on.
+    void holdManager(bool isHeld) const;
     /// What the whole screen shows.
     [[nodiscard]] QImage picture() const;
 
