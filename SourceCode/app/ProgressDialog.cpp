@@ -41,10 +41,12 @@ bool ProgressDialog::step(const QString& itemName) {
     if (dialog_.isNull())
         return true;
     const int done = done_++;
+    dialog_->setLabelText(textOf("Generating").arg(itemName));
     if (!sinceDrawn_.isValid() || sinceDrawn_.elapsed() >= kBetweenDrawings_ms) {
-        dialog_->setLabelText(textOf("Generating").arg(itemName));
-        dialog_->setValue(done);  // lets the window draw itself
+        dialog_->setValue(done);  // lets all windows draw themselves
         sinceDrawn_.start();
+    } else {
+        dialog_->repaint();  // this one alone: the next item may be a long one
     }
     return !dialog_->wasCanceled();
 }

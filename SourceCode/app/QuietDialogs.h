@@ -14,25 +14,6 @@ class QuietDialogs final : public UserDialogs {
     void tell(Kind kind, const QString& title, const QString& text, QWidget* parent) override {
         before_.tell(kind, title, text, parent);
     }
-    bool ask(const QString& /*title*/, const QString& /*text*/, QWidget* /*parent*/) override {
-        return false;
-    }
-    std::optional<QString> chooseItem(const QString& /*title*/, const QString& /*label*/,
-                                      const QStringList& /*items*/) override {
-        return std::nullopt;
-    }
-    std::optional<double> askNumber(const QString& /*title*/, const QString& /*label*/, double /*value*/,
-                                    double /*low*/, double /*high*/, int /*decimals*/) override {
-        return std::nullopt;
-    }
-    QString openFile(const QString& /*caption*/, const QString& /*folder*/,
-                     const QString& /*filter*/) override {
-        return {};
-    }
-    QString saveFile(const QString& /*caption*/, const QString& /*folder*/,
-                     const QString& /*filter*/) override {
-        return {};
-    }
 
   private:
     UserDialogs& before_;

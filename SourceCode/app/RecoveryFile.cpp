@@ -2,10 +2,10 @@
 
 #include <QFile>
 #include <QJsonDocument>
-#include <QSaveFile>
 #include <utility>
 
 #include "core/InstallationFolder.h"
+#include "core/WholeFile.h"
 
 namespace {
 
@@ -13,12 +13,9 @@ constexpr int kDelay_ms = 2000;
 const QString kName = QStringLiteral("recovery.tornvale");
 const QString kAside = QStringLiteral("recovery.previous.tornvale");
 
-void writeWhole(const QString& path, const QJsonObject& object) {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QJsonDocument(object).toJson(QJsonDocument::Compact));
-        file.commit();
-    }
+/// A copy that cannot be written is tried again after the next edit.
+void writeCopy(const QString& path, const QJsonObject& job) {
+    static_cast<void>(writeWhole(path, QJsonDocument(job).toJson(QJsonDocument::Compact)));
 }
 
 }  // namespace
@@ -49,7 +46,7 @@ void RecoveryFile::write() {
     timer_.stop();
     join();
     isOurs_ = true;
-    writer_ = std::thread(writeWhole, installationPath(kName), content_());
+    writer_ = std::thread(writeCopy, installationPath(kName), content_());
 }
 
 void RecoveryFile::flush() {

@@ -257,7 +257,7 @@ void Tornvale::showContacts() {
             });
 }
 
-/// At first the program dock takes a third of the screen, whatever its pages would like to have.
+/// At first the program dock takes a third of the screen, more where the row of a spindle needs it.
 void Tornvale::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     if (isDockSized_)
@@ -267,7 +267,12 @@ void Tornvale::showEvent(QShowEvent* event) {
     constexpr int kWidest_px = 640;
     const int third = screen()->availableGeometry().width() / 3;
     const int half = screen()->availableGeometry().width() / 2;
-    const int width = qMin(qBound(kNarrowest_px, third, kWidest_px), half);
+    const bool tabsAreBeside =
+        tabs_->tabPosition() == QTabWidget::West || tabs_->tabPosition() == QTabWidget::East;
+    const int spindleRow = machine_->spindleStatusWindow()->minimumSizeHint().width() +
+                           (tabsAreBeside ? tabs_->tabBar()->sizeHint().width() : 0) +
+                           2 * style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int width = qMin(qMax(qBound(kNarrowest_px, third, kWidest_px), spindleRow), half);
     resizeDocks({programDock_, codeDock_}, {width, width}, Qt::Horizontal);
     resizeDocks({programDock_, codeDock_}, {2 * height() / 3, height() / 3}, Qt::Vertical);
 }

@@ -6,7 +6,6 @@
 #include <QDockWidget>
 #include <QFile>
 #include <QMenuBar>
-#include <QSaveFile>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -29,6 +28,7 @@
 #include "core/Restart.h"
 #include "core/UiLanguage.h"
 #include "core/UserDialogs.h"
+#include "core/WholeFile.h"
 #include "geometry/modelNode.h"
 #include "machine/MotionNodeTreeWidget.h"
 #include "nc/myTimer.h"
@@ -336,11 +336,10 @@ void Tornvale::showPersonalView() {
 }
 
 void Tornvale::saveCamera() {
-    QSaveFile file(installationPath(kCameraFile));
-    const QByteArray text = viewer_->scene().cameraText().toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    const QString path = installationPath(kCameraFile);
+    if (!writeWhole(path, viewer_->scene().cameraText().toUtf8()))
         userDialogs().tell(Kind::Warning, windowText("DebugMenu", "OutCamera"),
-                           windowText("DebugMenu", "CameraErrorMsg").arg(file.fileName()), this);
+                           windowText("DebugMenu", "CameraErrorMsg").arg(path), this);
 }
 
 void Tornvale::loadCamera() {

@@ -2,29 +2,42 @@
 
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QIcon>
 #include <QInputDialog>
 #include <QMessageBox>
 
 namespace {
 
+/// A box that is wide enough for its title: Qt only looks at the text. The button that was pressed.
+int showBox(QMessageBox::Icon icon, const QString& title, const QString& text,
+            QMessageBox::StandardButtons buttons, QMessageBox::StandardButton first, QWidget* parent) {
+    constexpr int kFrameButtons_px = 160;
+    QMessageBox box(icon, title, text, buttons, parent);
+    box.setDefaultButton(first);
+    box.setWindowIcon(QIcon(QStringLiteral(":/Icon/Logo.png")));
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
+        const int width_px = box.fontMetrics().horizontalAdvance(title) + kFrameButtons_px;
+        grid->addItem(new QSpacerItem(width_px, 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());  // owned by it
+    }
+    return box.exec();
+}
+
 class QtUserDialogs final : public UserDialogs {
   public:
     void tell(Kind kind, const QString& title, const QString& text, QWidget* parent) override {
-        QMessageBox box(icon(kind), title, text, QMessageBox::Ok, parent);
-        box.setWindowIcon(QIcon(QStringLiteral(":/Icon/Logo.png")));
-        box.exec();
+        showBox(icon(kind), title, text, QMessageBox::Ok, QMessageBox::Ok, parent);
     }
 
     bool ask(const QString& title, const QString& text, QWidget* parent) override {
-        return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No,
-                                     QMessageBox::No) == QMessageBox::Yes;
+        return showBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
+                       QMessageBox::No, parent) == QMessageBox::Yes;
     }
 
     std::optional<bool> askOrCancel(const QString& title, const QString& text, QWidget* parent) override {
-        switch (QMessageBox::question(parent, title, text,
-                                      QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                                      QMessageBox::Yes)) {
+        switch (showBox(QMessageBox::Question, title, text,
+                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes, parent)) {
             case QMessageBox::Yes:
                 return true;
             case QMessageBox::No:
@@ -74,9 +87,9 @@ class QtUserDialogs final : public UserDialogs {
     }
 
     Keep askToSave(const QString& title, const QString& text, QWidget* parent) override {
-        switch (QMessageBox::question(parent, title, text,
-                                      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                                      QMessageBox::Save)) {
+        switch (showBox(QMessageBox::Question, title, text,
+                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save,
+                        parent)) {
             case QMessageBox::Save:
                 return Keep::Save;
             case QMessageBox::Discard:

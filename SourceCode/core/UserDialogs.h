@@ -18,34 +18,47 @@ class UserDialogs {
     /// Shows a box with one OK button.
     virtual void tell(Kind kind, const QString& title, const QString& text, QWidget* parent = nullptr) = 0;
     /// Yes or No; without a user the answer is No, the one that changes nothing.
-    [[nodiscard]] virtual bool ask(const QString& title, const QString& text, QWidget* parent = nullptr) = 0;
+    [[nodiscard]] virtual bool ask(const QString& /*title*/, const QString& /*text*/,
+                                   QWidget* /*parent*/ = nullptr) {
+        return false;
+    }
     /// Yes or No, for a question that can also be given up: nothing then, and nothing may happen.
     [[nodiscard]] virtual std::optional<bool> askOrCancel(const QString& title, const QString& text,
                                                           QWidget* parent = nullptr) {
         return ask(title, text, parent);
     }
-    /// One of `items`; nothing when cancelled. An empty list gives an empty text.
-    [[nodiscard]] virtual std::optional<QString> chooseItem(const QString& title, const QString& label,
-                                                            const QStringList& items) = 0;
+    /// One of `items`; nothing when cancelled, which is the answer without a user, here and below. An empty
+    /// list gives an empty text.
+    [[nodiscard]] virtual std::optional<QString> chooseItem(const QString& /*title*/,
+                                                            const QString& /*label*/,
+                                                            const QStringList& /*items*/) {
+        return std::nullopt;
+    }
     /// The same with the item of index `current` chosen at first.
     [[nodiscard]] virtual std::optional<QString> chooseItemFrom(const QString& title, const QString& label,
                                                                 const QStringList& items, int /*current*/) {
         return chooseItem(title, label, items);
     }
     /// A number within [low, high]; nothing when cancelled.
-    [[nodiscard]] virtual std::optional<double> askNumber(const QString& title, const QString& label,
-                                                          double value, double low, double high,
-                                                          int decimals) = 0;
+    [[nodiscard]] virtual std::optional<double> askNumber(const QString& /*title*/, const QString& /*label*/,
+                                                          double /*value*/, double /*low*/, double /*high*/,
+                                                          int /*decimals*/) {
+        return std::nullopt;
+    }
     /// A path; empty when cancelled.
-    [[nodiscard]] virtual QString openFile(const QString& caption, const QString& folder,
-                                           const QString& filter) = 0;
-    [[nodiscard]] virtual QString saveFile(const QString& caption, const QString& folder,
-                                           const QString& filter) = 0;
-    /// A folder; empty when cancelled, which is the answer without a user.
+    [[nodiscard]] virtual QString openFile(const QString& /*caption*/, const QString& /*folder*/,
+                                           const QString& /*filter*/) {
+        return {};
+    }
+    [[nodiscard]] virtual QString saveFile(const QString& /*caption*/, const QString& /*folder*/,
+                                           const QString& /*filter*/) {
+        return {};
+    }
+    /// A folder; empty when cancelled.
     [[nodiscard]] virtual QString chooseFolder(const QString& /*caption*/, const QString& /*folder*/) {
         return {};
     }
-    /// Nothing when cancelled, which is the answer without a user.
+    /// Nothing when cancelled.
     [[nodiscard]] virtual std::optional<QColor> chooseColor(const QString& /*title*/,
                                                             const QColor& /*initial*/) {
         return std::nullopt;

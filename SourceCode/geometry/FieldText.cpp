@@ -7,6 +7,7 @@
 #include <Inventor/fields/SoSFNode.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 
+#include <cctype>
 #include <clocale>
 #include <memory>
 #include <string>
@@ -26,27 +27,15 @@ class PlainNumbers {
     std::string before_;
 };
 
-bool hasLongWord(const QString& text) {
-    constexpr int kLongest = 1000;
-    int length = 0;
-    for (const QChar c : text) {
-        const bool isEnd = c.isSpace() || c == QLatin1Char('[') || c == QLatin1Char(']') ||
-                           c == QLatin1Char('{') || c == QLatin1Char('}');
-        length = isEnd ? 0 : length + 1;
-        if (length > kLongest)
-            return true;
-    }
-    return false;
-}
-
-/// The text as the scene library may read it; empty when it may not. The library writes past its memory on
-/// names of 64 KB and on numbers of as many digits, and to it commas can be letters of a name.
+/// The text as the scene library may read it; empty when it may not. To the library commas can be letters of
+/// a name.
 QByteArray readableText(const QString& text) {
-    if (!hasLongWord(text))
-        return text.toUtf8();
-    QString spaced = text;
-    spaced.replace(QLatin1Char(','), QLatin1String(", "));
-    return hasLongWord(spaced) ? QByteArray() : spaced.toUtf8();
+    constexpr int kLongest = 1000;
+    QByteArray bytes = text.toUtf8();
+    if (!hasLongWord(bytes, kLongest))
+        return bytes;
+    bytes.replace(',', ", ");
+    return hasLongWord(bytes, kLongest) ? QByteArray() : bytes;
 }
 
 /// A vertex property and nothing in it but values: no node inside that could open files, no connection.
@@ -78,6 +67,18 @@ std::optional<QVector<SbVec3f>> verticesOf(const QString& text) {
 }
 
 }  // namespace
+
+bool hasLongWord(const QByteArray& text, int longest) {
+    int length = 0;
+    for (const char c : text) {
+        const bool isEnd =
+            std::isspace(static_cast<unsigned char>(c)) != 0 || c == '[' || c == ']' || c == '{' || c == '}';
+        length = isEnd ? 0 : length + 1;
+        if (length > longest)
+            return true;
+    }
+    return false;
+}
 
 QString fieldText(SoField& field) {
     const PlainNumbers plain;

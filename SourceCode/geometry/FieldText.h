@@ -1,11 +1,16 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <optional>
 
 #include "geometry/calc/MeshArrays.h"
 
 class SoField;
+
+/// Whether a scene text has a name or number of more than `longest` bytes: the scene library writes past its
+/// memory on those of 64 KB.
+[[nodiscard]] bool hasLongWord(const QByteArray& text, int longest);
 
 /// The field's value as the scene library writes it.
 [[nodiscard]] QString fieldText(SoField& field);

@@ -1,10 +1,8 @@
 #include "items/GenerateIsoCode.h"
 
-#include <QFileInfo>
-#include <QSaveFile>
-
 #include "core/LanguageReader.h"
 #include "core/UserDialogs.h"
+#include "core/WholeFile.h"
 #include "items/CodeManagerItem.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
@@ -60,13 +58,13 @@ NcProgram makeNcProgram(const UserTopItemManager& root) {
         if (group == nullptr)
             continue;
         group->refreshDerivedTexts();
-        program.overLimit = overLimitText(*group);
-        if (!program.overLimit.isEmpty())
+        program.refusal = overLimitText(*group);
+        if (!program.refusal.isEmpty())
             return program;
         groups.append(group);
     }
-    program.missingSpindle = missingSpindleText(groups);
-    if (!program.missingSpindle.isEmpty())
+    program.refusal = missingSpindleText(groups);
+    if (!program.refusal.isEmpty())
         return program;
     postProcessor.ProcessGroups(program.text, {groups.begin(), groups.end()}, true);
     constexpr double kMsPerSecond = 1000.0;
@@ -77,12 +75,6 @@ NcProgram makeNcProgram(const UserTopItemManager& root) {
     return program;
 }
 
-bool writeNcFile(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    const QByteArray bytes = text.toUtf8();
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-}
-
 }  // namespace TORNVALE
 
 std::optional<QString> TreeWidgetManager::GenerateIsoCode(const QString& documentPath) {
@@ -91,15 +83,13 @@ std::optional<QString> TreeWidgetManager::GenerateIsoCode(const QString& documen
     if (!TORNVALE::UserPostProcessor::instance().hasPatternOrTells())
         return std::nullopt;
     const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(*root_);
-    for (const QString& refusal : {program.overLimit, program.missingSpindle}) {
-        if (!refusal.isEmpty()) {
-            userDialogs().tell(Kind::Warning, title, refusal, this);
-            return std::nullopt;
-        }
+    if (!program.refusal.isEmpty()) {
+        userDialogs().tell(Kind::Warning, title, program.refusal, this);
+        return std::nullopt;
     }
     const QString path = TORNVALE::UserPostProcessor::instance().outputPath(documentPath);
     // An empty text is no program, and would take the place of one.
-    if (program.text.isEmpty() || !TORNVALE::writeNcFile(path, program.text)) {
+    if (program.text.isEmpty() || !writeWhole(path, program.text.toUtf8())) {
         userDialogs().tell(Kind::Warning, title, TORNVALE::textOf("ErrorMsg") + QLatin1Char('\n') + path,
                            this);
         return std::nullopt;

@@ -13,9 +13,9 @@ struct NcProgram {
     QString text;
     int lines = 0;
     double seconds = 0;  ///< machining time: a line lasts one interpolation period
-    /// Names the first group with items over a limit and their row numbers; empty when all is well.
-    QString overLimit;
-    QString missingSpindle;  ///< as missingSpindleText gives it
+    /// Names the first group with items over a limit and their row numbers, or is what missingSpindleText
+    /// gives; empty when all is well.
+    QString refusal;
 };
 
 /// Names the first checked item whose spindle the machine lacks: no program can be joined with it. Empty when
@@ -25,8 +25,5 @@ struct NcProgram {
 /// Merges the groups that the chosen pattern of the post-processor asks for, in its order. Items over a limit
 /// stop it.
 [[nodiscard]] NcProgram makeNcProgram(const UserTopItemManager& root);
-
-/// Writes the text whole or not at all; false when it cannot be written.
-[[nodiscard]] bool writeNcFile(const QString& path, const QString& text);
 
 }  // namespace TORNVALE

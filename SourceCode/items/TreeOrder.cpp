@@ -1,5 +1,6 @@
 #include "items/TreeOrder.h"
 
+#include <QSet>
 #include <algorithm>
 
 #include "items/CodeManagerItem.h"
@@ -29,8 +30,9 @@ bool TreeOrder::settle(const UserTopItemManager& root, const CodeManagerItem* dr
         return false;
     QVector<CodeManagerItem*> moved;
     for (int g = 0; g < groups.size(); ++g) {
+        const QSet<CodeManagerItem*> known(groups_[g].begin(), groups_[g].end());
         for (CodeManagerItem* item : now.groups_[g]) {
-            if ((item == dragged || !groups_[g].contains(item)) && item->type() != kCurveItem)
+            if ((item == dragged || !known.contains(item)) && item->type() != kCurveItem)
                 moved.append(item);
         }
     }

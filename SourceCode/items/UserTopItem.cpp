@@ -173,10 +173,11 @@ void UserTopItem::removeSelected() {
 /// Destroys these items. Whatever has followed one of them on its chain generates anew: it starts from
 /// another place now.
 void UserTopItem::takeOut(const QVector<CodeManagerItem*>& gone) {
+    const QSet<CodeManagerItem*> leaving(gone.begin(), gone.end());
     QSet<QString> openChains;
     QVector<CodeManagerItem*> followers;
     for (CodeManagerItem* item : items()) {
-        if (gone.contains(item)) {
+        if (leaving.contains(item)) {
             openChains.insert(item->chainName());
         } else if (openChains.contains(item->chainName())) {
             followers.append(item);
@@ -303,8 +304,14 @@ void UserTopItem::Set(const QJsonObject& object) {
 }
 
 void UserTopItem::readItems(const QJsonArray& blocks) {
-    GenerationRun run(blocks.size());
     const int keptBefore = keptBlocks_.size();
+    generateItems(blocks);
+    // A box in the middle of the run would stand behind the progress dialog.
+    tellKeptBlocks(keptBefore);
+}
+
+void UserTopItem::generateItems(const QJsonArray& blocks) {
+    GenerationRun run(blocks.size());
     for (const QJsonValue& value : blocks) {
         const QJsonObject block = value.toObject();
         std::unique_ptr<CodeManagerItem> made = TORNVALE::makeItem(TORNVALE::itemTypeOf(block));
@@ -323,7 +330,6 @@ void UserTopItem::readItems(const QJsonArray& blocks) {
         item->doIt();
         item->takeCheckState(block.value(QStringLiteral("checkState")).toBool());
     }
-    tellKeptBlocks(keptBefore);
 }
 
 /// One box for all blocks kept since: a document may hold thousands.

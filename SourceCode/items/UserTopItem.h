@@ -107,6 +107,7 @@ class UserTopItem : public QWidget, public QTreeWidgetItem, public TORNVALE::Pro
     void SetupAuxiliaryAxis();
     void freshRecords();
     void readItems(const QJsonArray& blocks);
+    void generateItems(const QJsonArray& blocks);
     void tellKeptBlocks(int keptBefore);
     [[nodiscard]] QVector<TORNVALE::CodeManagerItem*> selectedItems() const;
     [[nodiscard]] QVector<TORNVALE::CodeManagerItem*> itemsToCopy() const;

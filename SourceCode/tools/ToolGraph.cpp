@@ -11,7 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
-#include <cctype>
 
 #include "geometry/FieldText.h"
 #include "geometry/ShapeGenerator.h"
@@ -33,26 +32,13 @@ bool isNestedTooDeep(const QByteArray& text) {
     return false;
 }
 
-/// The scene library writes past its memory on names and numbers of 64 KB.
-bool hasOverlongWord(const QByteArray& content) {
-    constexpr int kLongest = 30000;
-    int length = 0;
-    for (const char c : content) {
-        const bool isEnd =
-            std::isspace(static_cast<unsigned char>(c)) != 0 || c == '[' || c == ']' || c == '{' || c == '}';
-        length = isEnd ? 0 : length + 1;
-        if (length > kLongest)
-            return true;
-    }
-    return false;
-}
-
 bool isReadableFile(const QString& path) {
+    constexpr int kLongestWord = 30000;
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return false;
     const QByteArray content = file.readAll();
-    return !isNestedTooDeep(content) && !hasOverlongWord(content);
+    return !isNestedTooDeep(content) && !hasLongWord(content, kLongestWord);
 }
 
 void logFailure(const char* place, int line, const QString& message) {

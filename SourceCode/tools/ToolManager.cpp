@@ -4,11 +4,11 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
-#include <QSaveFile>
 
 #include "core/LanguageReader.h"
 #include "core/UserDialogs.h"
 #include "core/Version.h"
+#include "core/WholeFile.h"
 #include "core/calc/UniqueNumber.h"
 #include "tools/ChainSawLibrary.h"
 #include "tools/ToolData.h"
@@ -78,11 +78,10 @@ bool ToolsManager::save() {
     for (const ToolData* tool : ToolTree::toolsUnder(libraryRoot_))
         library.tools.append(tool->record());
     keepUnreadLibrary();
-    QSaveFile file(libraryPath_);
-    const QByteArray json = writeToolLibrary(library);
-    if (file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.commit())
+    QString problem;
+    if (writeWhole(libraryPath_, writeToolLibrary(library), &problem))
         return true;
-    logMessage("SaveFailedErrorMsg", libraryPath_ + QLatin1Char(' ') + file.errorString());
+    logMessage("SaveFailedErrorMsg", libraryPath_ + QLatin1Char(' ') + problem);
     userDialogs().tell(UserDialogs::Kind::Warning, text("Title"), text("SaveFailedErrorMsg"), this);
     return false;
 }

@@ -35,10 +35,6 @@ struct Bench : WindowBench {
         field(key)->clear();
         QTest::keyClicks(field(key), text);
     }
-    QByteArray bytes(const QString& name) const {
-        QFile opened(file(name));
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
-    }
     /// Saves to this file of the installation.
     void saveAs(const char* name) {
         ExpectedDialogs dialogs;
@@ -80,7 +76,7 @@ TEST(TornvaleProject, SavesAndOpensTheWholeJob) {
     EXPECT_EQ(root["StandardCorvane_4S"].toObject()["productsName"].toString(), "Kitchen");
     EXPECT_TRUE(root["StandardCorvane_4S"].toObject()["toolList"].toObject().contains("tool0"));
     EXPECT_TRUE(root["machineNode"].toObject().contains("X"));
-    bench.close();
+    bench.discardWindow();
 
     bench.open();
     ExpectedDialogs dialogs;
@@ -267,7 +263,7 @@ TEST(TornvaleProject, NewEmptiesTheJob) {
 
 TEST(TornvaleProject, TheTemplateIsOpenedAndNotOverwritten) {
     Bench bench;
-    bench.close();
+    bench.discardWindow();
     bench.write("template.tornvale", kDoor);
     bench.settings("[UserData]\nTemplatePath=template.tornvale\n");
     const LogCapture log;
@@ -280,7 +276,7 @@ TEST(TornvaleProject, TheTemplateIsOpenedAndNotOverwritten) {
 
 TEST(TornvaleProject, AMissingTemplateIsNoMatter) {
     Bench bench;
-    bench.close();
+    bench.discardWindow();
     bench.settings("[UserData]\nTemplatePath=none.tornvale\n");
     const ExpectedDialogs dialogs;
     bench.open();

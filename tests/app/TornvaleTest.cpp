@@ -35,25 +35,6 @@ class PrintedDialogs final : public UserDialogs {
         std::cerr << static_cast<int>(kind) << '|' << title.toStdString() << '|' << text.toStdString()
                   << '\n';
     }
-    bool ask(const QString& /*title*/, const QString& /*text*/, QWidget* /*parent*/) override {
-        return false;
-    }
-    std::optional<QString> chooseItem(const QString& /*title*/, const QString& /*label*/,
-                                      const QStringList& /*items*/) override {
-        return std::nullopt;
-    }
-    std::optional<double> askNumber(const QString& /*title*/, const QString& /*label*/, double /*value*/,
-                                    double /*low*/, double /*high*/, int /*decimals*/) override {
-        return std::nullopt;
-    }
-    QString openFile(const QString& /*caption*/, const QString& /*folder*/,
-                     const QString& /*filter*/) override {
-        return {};
-    }
-    QString saveFile(const QString& /*caption*/, const QString& /*folder*/,
-                     const QString& /*filter*/) override {
-        return {};
-    }
 };
 
 QStringList tabTexts(const QTabWidget& tabs) {
@@ -132,10 +113,10 @@ TEST(Tornvale, BackgroundComesFromTheSettings) {
     EXPECT_NEAR(color.redF(), 0.5, 0.01);
     EXPECT_NEAR(color.greenF(), 0.25, 0.01);
     EXPECT_NEAR(color.blueF(), 1.0, 0.01);
-    bench.close();
+    bench.discardWindow();
     bench.settings("BackGroundColor=red 7 nan\n");
     EXPECT_EQ(bench.open().viewer().background(), QColor(0, 255, 0));
-    bench.close();
+    bench.discardWindow();
     bench.settings("BackGroundColor=0.5 0.5\n");
     EXPECT_EQ(bench.open().viewer().background(), QColor(Qt::white)) << "not a colour set by half";
 }
@@ -259,7 +240,7 @@ TEST(Tornvale, AnUnreadableCameraLeavesTheView) {
     WindowBench bench;
     bench.open();
     const QString whole = bench.window().viewer().scene().cameraText();
-    bench.close();
+    bench.discardWindow();
     bench.write("camera.txt", QByteArray("\xff\xfe position nan", 15));
     const LogCapture log;
     EXPECT_EQ(bench.open().viewer().scene().cameraText(), whole);

@@ -2,28 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
-#include <QMenu>
 #include <QRegularExpression>
 #include <QTest>
-#include <QTimer>
 
-#include "core/InstallationFolder.h"
-#include "core/LanguageReader.h"
-#include "core/Restart.h"
-#include "core/getUniquelyIdentifies.h"
 #include "geometry/GeometryTestSupport.h"
 #include "items/CodeManagerItem.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
 #include "items/UserTopItemManager.h"
-#include "nc/UserPostProcessor.h"
 #include "tools/ToolData.h"
-#include "tools/ToolManager.h"
 
 namespace {
 
@@ -31,10 +21,6 @@ QByteArray contentOf(const QString& path) {
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
     return file.readAll();
-}
-
-QByteArray shipped(const QString& name) {
-    return contentOf(shippedInstallation() + QLatin1Char('/') + name);
 }
 
 }  // namespace
@@ -49,17 +35,6 @@ void CollectedDialogs::tell(Kind /*kind*/, const QString& /*title*/, const QStri
 bool CollectedDialogs::ask(const QString& /*title*/, const QString& text, QWidget* /*parent*/) {
     asked.append(text);
     return answer;
-}
-
-std::optional<QString> CollectedDialogs::chooseItem(const QString& /*title*/, const QString& /*label*/,
-                                                    const QStringList& /*items*/) {
-    return std::nullopt;
-}
-
-std::optional<double> CollectedDialogs::askNumber(const QString& /*title*/, const QString& /*label*/,
-                                                  double /*value*/, double /*low*/, double /*high*/,
-                                                  int /*decimals*/) {
-    return std::nullopt;
 }
 
 QString CollectedDialogs::openFile(const QString& /*caption*/, const QString& /*folder*/,
@@ -80,54 +55,17 @@ UserDialogs::Keep CollectedDialogs::askToSave(const QString& /*title*/, const QS
 
 // --- bench ---
 
-TemporaryInstallation& DocumentBench::installation() {
-    static TemporaryInstallation folder;
-    return folder;
-}
-
-DocumentBench::DocumentBench() {
-    QDir(installation().path()).removeRecursively();
-    QDir().mkpath(installation().path());
-    setInstallationFolder(installation().path());
-    for (const char* name : {"language/english.json", "data/UniquelyIdentifies.json", "oak.jpg",
-                             "UserPostProcessor/TornBridge5.xml", "Tornvale3.3.0.5.rc"})
-        write(QLatin1String(name), shipped(QLatin1String(name)));
+DocumentBench::DocumentBench() : MainWindowBench("machineSample/TornBridge5.xml") {
+    ship({"language/english.json", "data/UniquelyIdentifies.json", "oak.jpg",
+          "UserPostProcessor/TornBridge5.xml", "Tornvale3.3.0.5.rc", "machineSample/TornBridge5.xml"});
     write("toollib.json", "{}");
     settings({});
-    QString machine = QString::fromUtf8(shipped(QStringLiteral("machineSample/TornBridge5.xml")));
+    QString machine = QString::fromUtf8(bytes("machineSample/TornBridge5.xml"));
     machine.replace(QRegularExpression(QStringLiteral("<modelPath>[^<]+</modelPath>")),
                     QStringLiteral("<modelPath>models/Box.stl</modelPath>"));
     write("machineSample/TornBridge5.xml", machine.toUtf8());
     write("models/Box.stl", binaryStl(boxTriangles(SbVec3f(1, 1, 1))));
-    TORNVALE::LanguageReader::instance().reload();
-    getUniquelyIdentifies::instance().reload();
-    TORNVALE::UserPostProcessor::instance().reload();
-    TORNVALE::ToolsManager::instance().removeInstalledTools();
-}
-
-DocumentBench::~DocumentBench() {
-    window_.reset();
-    EXPECT_FALSE(takeRestartRequest()) << "nobody looked at the restart";
-    // A quit that met no event loop would end the first one of the next test.
-    QTimer::singleShot(0, [] { QCoreApplication::quit(); });
-    QCoreApplication::exec();
-}
-
-Tornvale& DocumentBench::open() {
-    window_ = std::make_unique<Tornvale>(file("machineSample/TornBridge5.xml"));
-    return *window_;
-}
-
-void DocumentBench::trigger(const char* key) {
-    for (const QMenu* menu : window_->findChildren<QMenu*>()) {
-        for (QAction* action : menu->actions()) {
-            if (action->objectName() == QLatin1String(key)) {
-                action->trigger();
-                return;
-            }
-        }
-    }
-    ADD_FAILURE() << "no action " << key;
+    readAnew();
 }
 
 QStringList DocumentBench::saveAs(const QString& name) {
@@ -140,13 +78,13 @@ QStringList DocumentBench::saveAs(const QString& name) {
 QStringList DocumentBench::load(const QByteArray& document) {
     write("document.tornvale", document);
     CollectedDialogs dialogs;
-    static_cast<void>(window_->OpenFile(file("document.tornvale")));  // what it told is what counts
+    static_cast<void>(window().OpenFile(file("document.tornvale")));  // what it told is what counts
     return dialogs.told;
 }
 
 QStringList DocumentBench::programs() const {
     QStringList texts;
-    for (const UserTopItem* group : window_->programs().root().groups()) {
+    for (const UserTopItem* group : window().programs().root().groups()) {
         for (const TORNVALE::CodeManagerItem* item : group->items())
             texts << group->wcsName() << item->itemName() << item->chainName()
                   << (item->isActive() ? "checked" : "unchecked") << item->tool().displayText()
@@ -157,7 +95,7 @@ QStringList DocumentBench::programs() const {
 }
 
 QString DocumentBench::head(const char* field) const {
-    const auto* edit = window_->findChild<QLineEdit*>(QLatin1String(field));
+    const auto* edit = window().findChild<QLineEdit*>(QLatin1String(field));
     return edit == nullptr ? QStringLiteral("no such field") : edit->text();
 }
 

@@ -66,7 +66,7 @@ TEST(DocumentWindow, OpenedAndSavedDocumentsAreRecentOnes) {
 
 TEST(DocumentWindow, TheTemplateIsNeverOverwritten) {
     Bench bench;
-    bench.drop();
+    bench.discardWindow();
     const QByteArray golden = DocumentBench::golden("current.tornvale");
     bench.write("template.tornvale", golden);
     bench.settings("[UserData]\nTemplatePath=template.tornvale\n");
@@ -87,7 +87,7 @@ TEST(DocumentWindow, TheTemplateIsNeverOverwritten) {
 
 TEST(DocumentWindow, ATemplateThatIsNoDocumentIsTold) {
     Bench bench;
-    bench.drop();
+    bench.discardWindow();
     bench.write("template.tornvale", "[]");
     bench.settings("[UserData]\nTemplatePath=template.tornvale\n");
     CollectedDialogs dialogs;

@@ -91,7 +91,7 @@ TEST(Recovery, AnEditIsThereAfterAKill) {
     bench.edit();
     const QStringList edited = bench.programs();
     ASSERT_TRUE(bench.waitFor(kCopy));
-    bench.drop();
+    bench.discardWindow();
     ASSERT_TRUE(RecoveryFile::leftBehind().has_value());
 
     EXPECT_EQ(bench.offered(true), QStringList());
@@ -115,9 +115,9 @@ TEST(Recovery, TwoKillsInARowLoseNothing) {
     bench.edit();
     const QStringList edited = bench.programs();
     ASSERT_TRUE(bench.waitFor(kCopy));
-    bench.drop();
+    bench.discardWindow();
     bench.offered(true);
-    bench.drop();
+    bench.discardWindow();
     ASSERT_TRUE(RecoveryFile::leftBehind().has_value());
     bench.offered(true);
     EXPECT_EQ(bench.programs(), edited);
@@ -127,7 +127,7 @@ TEST(Recovery, ATypedWordIsThereAfterAKill) {
     Bench bench;
     QTest::keyClicks(bench.window().findChild<QWidget*>("PartName"), "gate");
     ASSERT_TRUE(bench.waitFor(kCopy));
-    bench.drop();
+    bench.discardWindow();
     bench.offered(true);
     EXPECT_EQ(bench.head("PartName"), "gate");
 }
@@ -138,7 +138,7 @@ TEST(Recovery, NoKeepsTheCopyAside) {
     bench.edit();
     ASSERT_TRUE(bench.waitFor(kCopy));
     const QByteArray copy = bench.bytes(kCopy);
-    bench.drop();
+    bench.discardWindow();
     EXPECT_EQ(bench.offered(false), QStringList());
     EXPECT_EQ(bench.programs(), QStringList());
     EXPECT_FALSE(RecoveryFile::leftBehind().has_value()) << "it is not offered twice";
@@ -149,7 +149,7 @@ TEST(Recovery, GarbageIsToldAndSetAside) {
     Bench bench;
     for (const QByteArray& garbage : {QByteArray(), QByteArray("\xff\xfe"), QByteArray("[1,2]"),
                                       DocumentBench::golden("current.tornvale").left(3000)}) {
-        bench.drop();
+        bench.discardWindow();
         bench.write(kCopy, garbage);
         EXPECT_EQ(bench.offered(true),
                   QStringList("The file is not a JSON document in UTF-8.\n" + bench.file(kCopy)));

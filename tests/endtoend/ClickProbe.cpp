@@ -68,12 +68,16 @@ QString state(const MachineViewer& viewer, const Paths& paths) {
 
 }  // namespace
 
-int showPaths(const QString& folder) {
-    constexpr int kLook_ms = 30;
+bool readMachine(const QString& folder) {
     setInstallationFolder(folder);
     ConfigReader::instance().SetConfig(
         installationPath(ParaReader().value(QStringLiteral("Config/UsedConfig")).toString()));
-    if (!ConfigReader::instance().isValid())
+    return ConfigReader::instance().isValid();
+}
+
+int showPaths(const QString& folder) {
+    constexpr int kLook_ms = 30;
+    if (!readMachine(folder))
         return 3;
     const MotionNodeManager machine(ConfigReader::instance().description());
     const Paths paths(*machine.findWorkCoordinateSystem(QStringLiteral("G54"))->userCoordinateSystem(0));

@@ -16,8 +16,6 @@
 
 #include "ClickProbe.h"
 #include "app/MachineViewer.h"
-#include "core/InstallationFolder.h"
-#include "core/ParaReader.h"
 #include "machine/MotionNodeManager.h"
 #include "machine/readConfig.h"
 
@@ -42,10 +40,7 @@ bool hasManyColours(const QImage& image) {
 }
 
 int showMachine(const QString& folder, const QString& file) {
-    setInstallationFolder(folder);
-    ConfigReader::instance().SetConfig(
-        installationPath(ParaReader().value(QStringLiteral("Config/UsedConfig")).toString()));
-    if (!ConfigReader::instance().isValid())
+    if (!readMachine(folder))
         return 3;
     const MotionNodeManager machine(ConfigReader::instance().description());
     int status = 4;

@@ -209,6 +209,34 @@ TEST(UserTopItem, AnUnknownBlockIsToldAndWrittenBackInItsPlace) {
     EXPECT_EQ(bench.left().Get(), object);
 }
 
+// A box in the middle of the run would stand behind the progress dialog, whose Cancel gets its keys.
+TEST(UserTopItem, UnknownBlocksAreToldWhenTheRunIsOver) {
+    class Watcher final : public UserDialogs {
+      public:
+        Watcher() { setUserDialogs(this); }
+        ~Watcher() override { setUserDialogs(nullptr); }
+        Watcher(const Watcher&) = delete;
+        Watcher& operator=(const Watcher&) = delete;
+        void tell(Kind /*kind*/, const QString& /*title*/, const QString& text,
+                  QWidget* /*parent*/) override {
+            told.append(text);
+            isWhileGenerating = isWhileGenerating || TORNVALE::GenerationRun::isAny();
+        }
+        QStringList told;
+        bool isWhileGenerating = false;
+    };
+    ProgramBench bench;
+    bench.add(bench.left());
+    QJsonObject object = bench.left().Get();
+    QJsonArray blocks = object["G54"].toArray();
+    blocks.append(QJsonObject{{"itemName", "lathe7"}});
+    object["G54"] = blocks;
+    Watcher watcher;
+    bench.left().Set(object);
+    EXPECT_EQ(watcher.told.size(), 1);
+    EXPECT_FALSE(watcher.isWhileGenerating);
+}
+
 TEST(UserTopItem, ReadingGeneratesEachItemOnce) {
     ProgramBench bench;
     for (int i = 0; i < 10; ++i)

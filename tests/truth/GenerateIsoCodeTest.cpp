@@ -10,6 +10,7 @@
 #include <csignal>
 
 #include "core/ParaReader.h"
+#include "core/WholeFile.h"
 #include "items/IsoItem.h"
 #include "items/TreeWidgetManager.h"
 #include "items/UserTopItem.h"
@@ -271,7 +272,7 @@ TEST_F(GenerateIsoCode, DiskThatRunsFull_LeavesTheOldFileWhole) {
     rlimit low = before;
     low.rlim_cur = 1000;
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
-    const bool isWritten = TORNVALE::writeNcFile(outputFile(), QStringLiteral("G1 X1\n").repeated(10000));
+    const bool isWritten = writeWhole(outputFile(), QByteArray("G1 X1\n").repeated(10000));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     std::signal(SIGXFSZ, handler);
     EXPECT_FALSE(isWritten);

@@ -81,7 +81,7 @@ TruthBench::Program TruthBench::generate(const QString& pattern) {
     EXPECT_TRUE(postProcessor.choosePattern(pattern)) << pattern.toStdString();
     Program program;
     const TORNVALE::NcProgram made = TORNVALE::makeNcProgram(bench_.tree().root());
-    EXPECT_EQ(made.overLimit, QString());
+    EXPECT_EQ(made.refusal, QString());
     EXPECT_EQ(made.lines, made.text.count(QLatin1Char('\n')));
     EXPECT_NEAR(made.seconds, made.lines * 0.001 * machine().interpolationParameters.interpolationTime, 1e-9);
     program.nc = made.text;

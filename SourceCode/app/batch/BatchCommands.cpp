@@ -204,10 +204,10 @@ Outcome runProject(const BatchCall& call, const QByteArray& document) {
 /// The commands that need the machine's scene.
 ExitStatus runOnMachine(const BatchCall& call, const QElapsedTimer& timer) {
     printProgress(call.input, QStringLiteral("reading"));
-    const std::variant<QByteArray, Failure> bytes = readBytes(call.input, ExitStatus::BadInput);
+    std::variant<QByteArray, Failure> bytes = readBytes(call.input, ExitStatus::BadInput);
     if (const Failure* failure = std::get_if<Failure>(&bytes))
         return report(*failure);
-    const QByteArray& input = std::get<QByteArray>(bytes);
+    auto& input = std::get<QByteArray>(bytes);
     const bool wantsProject = call.command == BatchCommand::Items || call.command == BatchCommand::Generate;
     if (wantsProject || looksLikeProject(input))
         return finish(call, runProject(call, input), timer);
@@ -215,7 +215,9 @@ ExitStatus runOnMachine(const BatchCall& call, const QElapsedTimer& timer) {
     if (const Failure* failure = std::get_if<Failure>(&tools))
         return report(*failure);
     BatchMachine machine(std::get<QVector<ToolRecord>>(tools));
-    return finish(call, machine.run(call, textOf(input)), timer);
+    const QString code = textOf(input);
+    input = {};  // not in memory twice while it is played
+    return finish(call, machine.run(call, code), timer);
 }
 
 bool needsScene(BatchCommand command) {

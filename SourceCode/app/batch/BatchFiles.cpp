@@ -2,8 +2,9 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <cstdio>
+
+#include "core/WholeFile.h"
 
 namespace {
 
@@ -82,8 +83,8 @@ std::optional<Failure> writeResult(const std::optional<QString>& path, const QBy
             return cannotWrite(*path, device.errorString());
         return writeDirectly(device, *path, bytes);
     }
-    QSaveFile file(*path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return cannotWrite(*path, file.errorString());
+    QString problem;
+    if (!writeWhole(*path, bytes, &problem))
+        return cannotWrite(*path, problem);
     return std::nullopt;
 }

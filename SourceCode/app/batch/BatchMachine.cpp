@@ -51,6 +51,10 @@ Outcome badInput(const BatchCall& call, const QString& text) {
     return {std::nullopt, Failure{ExitStatus::BadInput, call.input, text}};
 }
 
+Outcome tooFewLines(const BatchCall& call, int lines) {
+    return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
+}
+
 /// The path of the tool's tip on the table that carries the work, which moves below it.
 class ToolPath {
   public:
@@ -274,7 +278,7 @@ Outcome BatchMachine::picture(const BatchCall& call, const QString& code) {
         return true;
     });
     if (call.line > lines)
-        return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
+        return tooFewLines(call, lines);
     if (call.line > 0)
         zone = standBehind(call.line, code, zone);
     path.show(zone);
@@ -296,7 +300,7 @@ Outcome BatchMachine::pictureOfJob(const BatchCall& call, const QString& code) {
         },
         call.line > 0 ? call.line : std::numeric_limits<int>::max());
     if (call.line > lines)
-        return badInput(call, QStringLiteral("has %1 lines, expected at least %2").arg(lines).arg(call.line));
+        return tooFewLines(call, lines);
     return render(call);
 }
 

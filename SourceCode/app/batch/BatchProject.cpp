@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
+#include <cctype>
 
 #include "app/calc/ProjectDocument.h"
 #include "core/InstallationFolder.h"
@@ -75,7 +77,10 @@ class ItemNotes final : public TORNVALE::GenerationProgress {
 
 bool looksLikeProject(const QByteArray& text) {
     const QByteArray mark("\xEF\xBB\xBF");
-    return (text.startsWith(mark) ? text.mid(mark.size()) : text).trimmed().startsWith('{');
+    const auto* const first =
+        std::find_if_not(text.begin() + (text.startsWith(mark) ? mark.size() : 0), text.end(),
+                         [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; });
+    return first != text.end() && *first == '{';
 }
 
 BatchProject::BatchProject() = default;
@@ -132,10 +137,8 @@ Outcome BatchProject::generate(const BatchCall& call) const {
                         QStringLiteral("%1 is no pattern of %2, expected one of %3")
                             .arg(pattern, postProcessorPath(), patterns.join(QStringLiteral(", ")))}};
     const TORNVALE::NcProgram program = TORNVALE::makeNcProgram(programs_->root());
-    for (const QString& refusal : {program.overLimit, program.missingSpindle}) {
-        if (!refusal.isEmpty())
-            return {std::nullopt, Failure{ExitStatus::ProgramAtFault, call.input, refusal}};
-    }
+    if (!program.refusal.isEmpty())
+        return {std::nullopt, Failure{ExitStatus::ProgramAtFault, call.input, program.refusal}};
     if (program.text.isEmpty())
         return {
             std::nullopt,
