@@ -9,7 +9,8 @@
 
 namespace {
 
-/// A box that is wide enough for its title: Qt only looks at the text. The button that was pressed.
+/// A box that is wide enough for its title: Qt leaves less room for the frame's buttons than they take. Gives
+/// the button that was pressed.
 int showBox(QMessageBox::Icon icon, const QString& title, const QString& text,
             QMessageBox::StandardButtons buttons, QMessageBox::StandardButton first, QWidget* parent) {
     constexpr int kFrameButtons_px = 160;

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QRegularExpression>
 #include <QTreeWidgetItem>
 
@@ -95,6 +96,14 @@ UserTopItem& ProgramBench::left() {
 
 UserTopItem& ProgramBench::right() {
     return *tree_->root().group(QStringLiteral("G55"));
+}
+
+QJsonObject ProgramBench::leftWithUnknownBlock(int index) {
+    QJsonObject object = left().Get();
+    QJsonArray blocks = object["G54"].toArray();
+    blocks.insert(index < 0 ? blocks.size() : index, QJsonObject{{"itemName", "lathe7"}, {"depth", 3}});
+    object["G54"] = blocks;
+    return object;
 }
 
 ToolData* ProgramBench::tool(int index) {

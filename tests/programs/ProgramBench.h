@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 #include <memory>
 
@@ -34,6 +35,9 @@ class ProgramBench {
     [[nodiscard]] MotionNodeManager& machine() { return *machine_; }
     [[nodiscard]] UserTopItem& left();
     [[nodiscard]] UserTopItem& right();
+    /// The document of the left table with a block at this index, -1 for the last one, whose kind nobody
+    /// knows.
+    [[nodiscard]] QJsonObject leftWithUnknownBlock(int index = -1);
 
     /// A program around a square with its corner at (x, y), the fifth axis at `a_deg`.
     [[nodiscard]] static QString square(double x, double y = 100, double a_deg = 0);

@@ -100,10 +100,7 @@ TEST(TreeHistory, UndoOfTheRootsCheckMarkBringsAllMarksBack) {
 TEST(TreeHistory, UndoOfDeleteAllBringsUnknownBlocksBack) {
     ProgramBench bench;
     bench.add(bench.left());
-    QJsonObject object = bench.left().Get();
-    QJsonArray blocks = object["G54"].toArray();
-    blocks.append(QJsonObject{{"itemName", "lathe7"}});
-    object["G54"] = blocks;
+    const QJsonObject object = bench.leftWithUnknownBlock();
     {
         ExpectedDialogs dialogs;
         dialogs.expectTell(UserDialogs::Kind::Warning, "Programs",

@@ -198,10 +198,7 @@ TEST(UserTopItem, OldBlocksAreKnownByTheirName) {
 TEST(UserTopItem, AnUnknownBlockIsToldAndWrittenBackInItsPlace) {
     ProgramBench bench;
     bench.add(bench.left());
-    QJsonObject object = bench.left().Get();
-    QJsonArray blocks = object["G54"].toArray();
-    blocks.prepend(QJsonObject{{"itemName", "lathe7"}, {"depth", 3}});
-    object["G54"] = blocks;
+    const QJsonObject object = bench.leftWithUnknownBlock(0);
     ExpectedDialogs dialogs;
     dialogs.expectTell(Kind::Warning, "Programs", "An unknown program item was skipped.\nlathe7");
     bench.left().Set(object);
@@ -227,10 +224,7 @@ TEST(UserTopItem, UnknownBlocksAreToldWhenTheRunIsOver) {
     };
     ProgramBench bench;
     bench.add(bench.left());
-    QJsonObject object = bench.left().Get();
-    QJsonArray blocks = object["G54"].toArray();
-    blocks.append(QJsonObject{{"itemName", "lathe7"}});
-    object["G54"] = blocks;
+    const QJsonObject object = bench.leftWithUnknownBlock();
     Watcher watcher;
     bench.left().Set(object);
     EXPECT_EQ(watcher.told.size(), 1);
